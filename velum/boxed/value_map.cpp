@@ -1,0 +1,64 @@
+#include <velum/boxed/detail/version_word.hpp>
+#include <velum/boxed/value_map.hpp>
+#include <velum/core/clsid_initializer.hpp>
+#include <velum/core/detail/class_ids.hpp>
+#include <velum/wire/read.hpp>
+#include <velum/wire/write.hpp>
+
+#include <utility>
+
+namespace velum {
+namespace {
+
+clsid_initializer_t const class_ids;
+
+}  // namespace
+
+uany_map_obj_t::uany_map_obj_t() = default;
+uany_map_obj_t::uany_map_obj_t(uany_map const& map) : payload(map) {}
+
+uany_map_obj_t::uany_map_obj_t(uany_map_obj_t const&) = default;
+uany_map_obj_t::uany_map_obj_t(uany_map_obj_t&&) = default;
+uany_map_obj_t& uany_map_obj_t::operator=(uany_map_obj_t const&) = default;
+uany_map_obj_t::~uany_map_obj_t() = default;
+
+// A map that is moved to itself would lose its entries.
+uany_map_obj_t& uany_map_obj_t::operator=(uany_map_obj_t&& other) {
+    if (this != &other) {
+        payload = std::move(other.payload);
+        ref_count = other.ref_count;
+    }
+    return *this;
+}
+
+iptr<i_uany_map_t> uany_map_obj_t::create(uany_map const& map) {
+    return new uany_map_obj_t(map);
+}
+
+bool uany_map_obj_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const&, guid_t const& iid,
+                                     void* out) {
+    return create_object(outer, iid, out);
+}
+
+bool uany_map_obj_t::deserialize_function(iptr<i_unknown_t> const& outer, iptr<i_serializer_t> const&,
+                                          iptr<i_unknown_t>& out) {
+    return rebuild_object(outer, out);
+}
+
+guid_t uany_map_obj_t::clsid() const {
+    return detail::clsid_uany_map_obj;
+}
+
+void uany_map_obj_t::serialize_obj(iptr<i_serializer_t> const&) const {}
+
+void uany_map_obj_t::serialize(iptr<i_serializer_t> const& s) const {
+    detail::write_version_word(*s);
+    velum::serialize(payload, s);
+}
+
+void uany_map_obj_t::deserialize(iptr<i_serializer_t> const& s) {
+    detail::read_version_word(*s);
+    velum::deserialize(payload, s);
+}
+
+}  // namespace velum

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <velum/core/counted.hpp>
+#include <velum/core/guid.hpp>
+#include <velum/core/interface_ids.hpp>
+#include <velum/core/iptr.hpp>
+#include <velum/core/unknown.hpp>
+
+#include <cstdint>
+#include <utility>
+
+namespace velum {
+
+// Aggregation
+//
+// An aggregate is several objects that look like one from outside: an aggregating object A makes an object B within
+// itself and hands out the interfaces of B as its own.
+//
+// Identity. Whoever asks any interface of the aggregate for `iid_unknown` gets one and the same pointer, that of A.
+// So every interface of B sends the question on to A, the controlling unknown. A in turn has one way to B that is not
+// sent on: the pointer that `create` gave it, the `i_unknown_t` of B itself, which answers for what B alone has.
+//
+// Who counts. A reference on an interface of B counts on A, since it is A that must live for as long as the interface
+// is in use. A reference on B's own `i_unknown_t` counts on B. A holds one such reference and hands it to nobody.
+//
+// Who outlives whom. B holds no reference on A: the two would keep each other alive for ever. A owns B, so A outlives
+// it, and the pointer from B to A is never dangling while B is in use.
+//
+// So an aggregatable class is two objects in one. The outer one has the count and the operations that are not sent on.
+// The nested one, its member `imp`, has the interfaces, the payload and `outer`, where its operations are sent. An
+// object that stands alone is its own controlling unknown: `outer` points at the outer object around `imp`, and the
+// two counts are the same count.
+//
+// What `create` refuses. A new object with a controlling unknown hands out its own `i_unknown_t` and nothing else: by
+// any other interface the caller would get a reference that counts on the caller itself, and B would have none.
+
+/// The nested object of an aggregatable class: interfaces, payload, controlling unknown. A class derives from it and
+/// adds the operations of its interfaces, which work on `payload`.
+template <class Payload, class... Interfaces>
+class nested : public Interfaces... {
+public:
+    template <class... Arguments>
+    explicit nested(i_unknown_t* controlling, Arguments&&... arguments)
+        : payload(std::forward<Arguments>(arguments)...), outer(controlling) {}
+
+    nested(nested const&) = default;
+    nested(nested&&) = default;
+    ~nested() override = default;
+
+    // Members of standard types may lose their content when they are assigned to themselves.
+    nested& operator=(nested const& other) {
+        if (this != &other) {
+            payload = other.payload;
+            outer = other.outer;
+        }
+        return *this;
+    }
+
+    nested& operator=(nested&& other) {
+        if (this != &other) {
+            payload = std::move(other.payload);
+            outer = other.outer;
+        }
+        return *this;
+    }
+
+    bool query_interface(guid_t const& iid, void* out) override { return outer->query_interface(iid, out); }
+    std::int32_t add_ref() override { return outer->add_ref(); }
+    std::int32_t release() override { return outer->release(); }
+
+    Payload payload;
+
+    /// The controlling unknown, without a reference.
+    i_unknown_t* outer;
+};
+
+/// The outer object of an aggregatable class: identity, count and the ways to make one.
+///
+/// `Object` derives from `aggregatable<Object>`, befriends it and has, in this order, its nested object `imp` and
+/// `std::int32_t ref_count = 0`; further `answers()`, and a constructor whose first argument, the controlling unknown,
+/// goes to `imp` as it is, even null. Copies and moves go member by member, `outer` and `ref_count` included: they are
+/// for objects that no `iptr` holds.
+template <class Object>
+class aggregatable : public counted<Object, i_unknown_t> {
+protected:
+    /// Makes an object and asks it for `iid` into the slot `out`. False when it doesn't have the interface; false, with
+    /// the slot untouched, when `outer` isn't null and `iid` isn't `iid_unknown`.
+    template <class... Arguments>
+    static bool create_object(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out, Arguments&&... arguments);
+
+    /// Makes an object for a `deserialize_function`. Always true.
+    template <class... Arguments>
+    static bool rebuild_object(iptr<i_unknown_t> const& outer, iptr<i_unknown_t>& out, Arguments&&... arguments);
+
+private:
+    template <class... Arguments>
+    static iptr<Object> make(iptr<i_unknown_t> const& outer, Arguments&&... arguments);
+};
+
+template <class Object>
+template <class... Arguments>
+iptr<Object> aggregatable<Object>::make(iptr<i_unknown_t> const& outer, Arguments&&... arguments) {
+    iptr<Object> object(new Object(outer.get(), std::forward<Arguments>(arguments)...));
+    if (!outer) {
+        object->imp.outer = object.get();
+    }
+    return object;
+}
+
+template <class Object>
+template <class... Arguments>
+bool aggregatable<Object>::create_object(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out,
+                                         Arguments&&... arguments) {
+    if (outer && iid != iid_unknown) {
+        return false;
+    }
+    return make(outer, std::forward<Arguments>(arguments)...)->query_interface(iid, out);
+}
+
+template <class Object>
+template <class... Arguments>
+bool aggregatable<Object>::rebuild_object(iptr<i_unknown_t> const& outer, iptr<i_unknown_t>& out,
+                                          Arguments&&... arguments) {
+    out = iptr<i_unknown_t>(make(outer, std::forward<Arguments>(arguments)...).get());
+    return true;
+}
+
+}  // namespace velum

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <velum/core/atomic_count.hpp>
+#include <velum/core/guid.hpp>
+#include <velum/core/unknown.hpp>
+
+#include <cstdint>
+#include <cstring>
+#include <tuple>
+
+namespace velum {
+
+/// One line of what a class answers to `query_interface`: an identifier and the pointer that stands for it.
+struct answer {
+    guid_t const& iid;
+    i_unknown_t* pointer;
+};
+
+/// The pointer to the side `Interface` of an object that has several.
+template <class Interface, class Object>
+i_unknown_t* side(Object& object) {
+    return static_cast<Interface*>(&object);
+}
+
+/// `query_interface` over the answers of a class, tried in their order; see `i_unknown_t` for what becomes of the slot.
+/// An interface derives from `i_unknown_t` alone, so its pointer and that of its base are one and the same.
+template <class Answers>
+bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
+    i_unknown_t* pointer = nullptr;
+    std::memcpy(&pointer, out, sizeof pointer);
+    if (pointer != nullptr) {
+        pointer->release();
+        pointer = nullptr;
+        std::memcpy(out, &pointer, sizeof pointer);
+    }
+    auto const matches = [&](answer const& a) {
+        pointer = a.iid == iid ? a.pointer : nullptr;
+        return pointer != nullptr;
+    };
+    bool const found = std::apply([&](auto const&... a) { return (matches(a) || ...); }, answers);
+    if (found) {
+        std::memcpy(out, &pointer, sizeof pointer);
+        pointer->add_ref();
+    }
+    return found;
+}
+
+/// The three operations of `i_unknown_t` for a class `Object` that counts its own references.
+///
+/// `Object` derives from `counted<Object, its interfaces...>`, befriends it and has
+/// - `std::int32_t ref_count = 0`, which starts at 0: the first `iptr` makes it 1,
+/// - `answers()`, which gives a `std::array` of `answer`.
+/// Writers of classes use it through `aggregatable` or `flat`.
+template <class Object, class... Interfaces>
+class counted : public Interfaces... {
+public:
+    bool query_interface(guid_t const& iid, void* out) override { return answer_query(object().answers(), iid, out); }
+
+    std::int32_t add_ref() override { return atomic_increment(object().ref_count); }
+
+    // The object isn't touched after the decrement, since another thread may have destroyed it by then.
+    std::int32_t release() override {
+        std::int32_t const count = atomic_decrement(object().ref_count);
+        if (count == 0) {
+            delete this;
+        }
+        return count;
+    }
+
+private:
+    Object& object() { return static_cast<Object&>(*this); }
+};
+
+}  // namespace velum

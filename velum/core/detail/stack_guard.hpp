@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace velum::detail {
+
+// How much more than its own frames a level takes. A finished structure is copied and destroyed by recursive code too,
+// that of the standard library and of Boost; with this a reader takes more of the stack for a level than they do.
+#if defined(__OPTIMIZE__)
+inline constexpr std::size_t stack_ballast = 256;  // bytes
+#else
+inline constexpr std::size_t stack_ballast = 1024;
+#endif
+
+/// Ends a recursion over nested data with an exception before the stack runs out.
+///
+/// A guard is made where an operation begins, and an object of type `level` stands in the frame of each level. A guard
+/// knows the stack of the thread that made it.
+class stack_guard {
+public:
+    /// How much of the stack stays unused: a quarter on reading, half on writing. So a reader on the same stack gets
+    /// through all that a writer got through, although a level may take it half as much room again.
+    enum class reserve { for_reading, for_writing };
+
+    explicit stack_guard(reserve kept);
+
+    /// Throws `std::runtime_error` ("nesting too deep") when the stack has come down to the reserve.
+    class level {
+    public:
+        explicit level(stack_guard const& guard) {
+            asm volatile("" : : "r"(ballast_) : "memory");  // the optimiser must leave it on the stack
+            if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < guard.lowest_) {
+                throw_too_deep();
+            }
+        }
+
+    private:
+        char ballast_[stack_ballast];
+    };
+
+private:
+    [[noreturn]] static void throw_too_deep();
+
+    std::uintptr_t lowest_;
+};
+
+}  // namespace velum::detail

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <velum/core/iptr.hpp>
+#include <velum/core/unknown.hpp>
+
+#include <string>
+
+namespace velum {
+
+/// Objects under names (`iid_unknown_map`).
+class VELUM_API i_unknown_map_t : public i_unknown_t {
+public:
+    /// Puts `value`, which may be null, under `key` in the place of what was there.
+    virtual void set(std::string const& key, iptr<i_unknown_t> const& value) = 0;
+
+    /// What is under `key`, or null.
+    virtual iptr<i_unknown_t> get(std::string const& key) = 0;
+};
+
+}  // namespace velum

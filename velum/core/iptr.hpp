@@ -1,0 +1,78 @@
+#pragma once
+
+#include <velum/core/guid.hpp>
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+
+namespace velum {
+
+/// Holds one reference on an object through its interface `T`, or null.
+///
+/// Its one member is the pointer, so the address of an `iptr` is the slot that `query_interface` takes. There is no
+/// move: moving an `iptr` copies it, and the source keeps its reference. One `iptr` is used by one thread at a time.
+template <class T>
+class iptr {
+public:
+    iptr() = default;
+    iptr(std::nullptr_t) {}
+
+    /// Takes a reference on `*pointer`, unless it is null.
+    iptr(T* pointer) : pointer_(pointer) { take(); }
+    iptr(iptr const& other) : pointer_(other.pointer_) { take(); }
+
+    /// Asks what `other` holds for the interface `iid`, which must be that of `T`. Null if it has none.
+    template <class U>
+    iptr(iptr<U> const& other, guid_t const& iid) {
+        if (other) {
+            other->query_interface(iid, this);
+        }
+    }
+
+    ~iptr() { drop(); }
+
+    /// Drops the old reference first and takes the new one after that; assigning an `iptr` to itself changes nothing.
+    /// To step along a chain take a copy first, since the old object may hold the last reference on the new one:
+    /// `p = iptr(p->next)`.
+    iptr& operator=(iptr const& other) {
+        if (this != &other) {
+            T* const pointer = other.pointer_;
+            drop();
+            pointer_ = pointer;
+            take();
+        }
+        return *this;
+    }
+
+    /// The pointer, without a reference of its own.
+    T* get() const { return pointer_; }
+    T& operator*() const { return *pointer_; }
+    T* operator->() const { return pointer_; }
+    explicit operator bool() const { return pointer_ != nullptr; }
+
+    /// Compares addresses; null comes first. Two interfaces of one object differ: compare what both answer to
+    /// `iid_unknown` to learn whether two pointers reach the same object.
+    friend bool operator==(iptr const& a, iptr const& b) { return a.pointer_ == b.pointer_; }
+    friend std::strong_ordering operator<=>(iptr const& a, iptr const& b) {
+        return reinterpret_cast<std::uintptr_t>(a.pointer_) <=> reinterpret_cast<std::uintptr_t>(b.pointer_);
+    }
+
+private:
+    void take() {
+        if (pointer_ != nullptr) {
+            pointer_->add_ref();
+        }
+    }
+
+    void drop() {
+        if (pointer_ != nullptr) {
+            pointer_->release();
+        }
+    }
+
+    T* pointer_ = nullptr;
+};
+
+}  // namespace velum

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <velum/values/errors.hpp>
+#include <velum/values/ustring.hpp>
+
+#include <boost/any.hpp>
+
+#include <map>
+#include <string>
+
+namespace velum {
+
+/// Values under names, ordered by the bytes of the names. A map may be read by several threads while none changes it.
+using any_map = std::map<std::string, boost::any>;
+
+/// Values under interned names, ordered by their addresses: quicker to search, in an order that means nothing.
+using uany_map = std::map<ustring, boost::any>;
+
+/// A copy of the value of `key`.
+/// Throws `key_not_found`, or `boost::bad_any_cast` when the value is empty or of any other type than `T`.
+template <class T>
+T any_map_get(any_map const& map, std::string const& key) {
+    auto const found = map.find(key);
+    if (found == map.end()) {
+        throw key_not_found(key);
+    }
+    return boost::any_cast<T>(found->second);
+}
+
+/// Assigns the value of `key` to `out` and gives true, if there is one and it is a `T`; otherwise leaves `out` alone.
+template <class T>
+bool any_map_try_get(any_map const& map, std::string const& key, T& out) {
+    auto const found = map.find(key);
+    T const* const value = found == map.end() ? nullptr : boost::any_cast<T>(&found->second);
+    if (value != nullptr) {
+        out = *value;
+    }
+    return value != nullptr;
+}
+
+}  // namespace velum

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <velum/core/guid.hpp>
+#include <velum/core/iptr.hpp>
+#include <velum/core/unknown.hpp>
+#include <velum/values/any_map.hpp>
+#include <velum/values/math/affine_space.hpp>
+#include <velum/values/math/aligned_allocator.hpp>
+#include <velum/values/math/linear_space.hpp>
+#include <velum/values/math/mat.hpp>
+#include <velum/values/math/quat.hpp>
+#include <velum/values/math/vec.hpp>
+#include <velum/values/ustring.hpp>
+
+#include <boost/any.hpp>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace velum {
+
+using byte_vector = std::vector<unsigned char, sys::aligned_allocator<unsigned char, 64>>;
+using linear_space3 = math::linear_space_n<math::vec<float, 3, math::use_simd_tag>, 3>;
+using affine_space3 = math::affine_space<linear_space3>;
+
+/// The forms that a value of the catalogue can have in a stream.
+namespace shape {
+struct block {};    ///< the bytes of the value as they lie in memory
+struct truth {};    ///< one 32-bit word
+struct triples {};  ///< the first three lanes of each vector in the value
+struct text {};     ///< a 32-bit length and the bytes
+struct bytes {};    ///< a 64-bit length and the bytes
+struct map {};      ///< a 32-bit count, then keys and values in turn
+struct maps {};     ///< a 32-bit count, then maps
+struct values {};   ///< a 32-bit count, then values with their tags
+struct object {};   ///< an object of the graph around the value
+}  // namespace shape
+
+/// One line of the catalogue.
+template <int Tag, class Type, class Shape>
+struct catalogue_row {
+    static constexpr int tag = Tag;
+    using type = Type;
+    using shape = Shape;
+};
+
+template <class... Rows>
+struct catalogue_of {
+    static constexpr std::size_t size = sizeof...(Rows);
+
+    /// Calls `visit` with an instance of each row.
+    template <class Visit>
+    static constexpr void for_each(Visit visit) {
+        (visit(Rows{}), ...);
+    }
+};
+
+/// The types that a value map can hold and a stream can carry, with the tag that stands before a value of the type.
+/// Stored documents rest on the numbers: a tag is never given to another type, and 30 and 33 to 39 stay free.
+// clang-format off
+using catalogue = catalogue_of<
+    //            tag  type                                    shape
+    catalogue_row< 1, std::string,                             shape::text>,
+    catalogue_row< 2, bool,                                    shape::truth>,
+    catalogue_row< 3, int,                                     shape::block>,
+    catalogue_row< 4, float,                                   shape::block>,
+    catalogue_row< 5, tessa::mat<float, 2, 1>,                 shape::block>,
+    catalogue_row< 6, tessa::mat<float, 3, 1>,                 shape::block>,
+    catalogue_row< 7, tessa::mat<float, 4, 1>,                 shape::block>,
+    catalogue_row< 8, tessa::mat<float, 3, 3>,                 shape::block>,
+    catalogue_row< 9, tessa::mat<float, 3, 4>,                 shape::block>,
+    catalogue_row<10, tessa::mat<float, 4, 4>,                 shape::block>,
+    catalogue_row<11, tessa::mat<int, 2, 1>,                   shape::block>,
+    catalogue_row<12, tessa::mat<int, 3, 1>,                   shape::block>,
+    catalogue_row<13, tessa::mat<int, 4, 1>,                   shape::block>,
+    catalogue_row<14, double,                                  shape::block>,
+    catalogue_row<15, tessa::mat<double, 2, 1>,                shape::block>,
+    catalogue_row<16, tessa::mat<double, 3, 1>,                shape::block>,
+    catalogue_row<17, tessa::mat<double, 4, 1>,                shape::block>,
+    catalogue_row<18, tessa::mat<double, 3, 3>,                shape::block>,
+    catalogue_row<19, tessa::mat<double, 3, 4>,                shape::block>,
+    catalogue_row<20, tessa::mat<double, 4, 4>,                shape::block>,
+    catalogue_row<21, math::vec<int, 2, math::use_simd_tag>,   shape::block>,
+    catalogue_row<22, math::vec<int, 3, math::use_simd_tag>,   shape::triples>,
+    catalogue_row<23, math::vec<int, 4, math::use_simd_tag>,   shape::block>,
+    catalogue_row<24, math::vec<float, 2, math::use_simd_tag>, shape::block>,
+    catalogue_row<25, math::vec<float, 3, math::use_simd_tag>, shape::triples>,
+    catalogue_row<26, math::vec<float, 4, math::use_simd_tag>, shape::block>,
+    catalogue_row<27, math::quat<float>,                       shape::block>,
+    catalogue_row<28, linear_space3,                           shape::triples>,
+    catalogue_row<29, affine_space3,                           shape::triples>,
+    catalogue_row<31, long long,                               shape::block>,
+    catalogue_row<32, guid_t,                                  shape::block>,
+    catalogue_row<40, any_map,                                 shape::map>,
+    catalogue_row<41, std::vector<any_map>,                    shape::maps>,
+    catalogue_row<42, ustring,                                 shape::text>,
+    catalogue_row<43, uany_map,                                shape::map>,
+    catalogue_row<44, std::vector<uany_map>,                   shape::maps>,
+    catalogue_row<45, byte_vector,                             shape::bytes>,
+    catalogue_row<46, std::vector<boost::any>,                 shape::values>,
+    catalogue_row<47, iptr<i_unknown_t>,                       shape::object>>;
+// clang-format on
+
+inline constexpr int highest_tag = 47;
+
+static_assert(catalogue::size == 39);
+static_assert(
+    [] {
+        std::array<bool, highest_tag + 1> taken{};
+        bool unique = true;
+        catalogue::for_each([&]<class Row>(Row) {
+            unique = unique && !taken[Row::tag];
+            taken[Row::tag] = true;
+        });
+        return unique && !taken[0];
+    }(),
+    "every type has a tag of its own, from 1 on");
+
+}  // namespace velum

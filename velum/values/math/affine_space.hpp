@@ -1,0 +1,28 @@
+#pragma once
+
+namespace math {
+
+/// A linear space `L` and an origin; all zero by default.
+template <class L>
+class affine_space {
+public:
+    using vector_type = typename L::vector_type;
+
+    constexpr affine_space() = default;
+    constexpr affine_space(L const& linear_part, vector_type const& origin_part)
+        : linear(linear_part), origin(origin_part) {}
+
+    L linear;
+    vector_type origin;
+
+    friend constexpr bool operator==(affine_space const& a, affine_space const& b) {
+        return a.linear == b.linear && a.origin == b.origin;
+    }
+
+    /// The linear parts decide; where neither is less, be it for a NaN in one of them, the origins do.
+    friend constexpr bool operator<(affine_space const& a, affine_space const& b) {
+        return a.linear < b.linear || (!(b.linear < a.linear) && a.origin < b.origin);
+    }
+};
+
+}  // namespace math

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <velum/values/math/elements.hpp>
+
+#include <compare>
+#include <concepts>
+
+namespace math {
+
+/// The `N` basis vectors of a linear space, each of type `V`; all zero by default.
+template <class V, int N>
+class linear_space_n {
+public:
+    using vector_type = V;
+    static constexpr int size = N;
+
+    constexpr linear_space_n() = default;
+
+    template <std::convertible_to<V>... Vectors>
+        requires(sizeof...(Vectors) == N)
+    constexpr linear_space_n(Vectors const&... vectors) : vectors_{vectors...} {}
+
+    /// Vector `i`, from 0.
+    constexpr V const& operator[](int i) const { return vectors_[i]; }
+
+    friend constexpr bool operator==(linear_space_n const& a, linear_space_n const& b) {
+        return equal_elements(a.vectors_, b.vectors_, N);
+    }
+    friend constexpr std::partial_ordering operator<=>(linear_space_n const& a, linear_space_n const& b) {
+        return compare_elements(a.vectors_, b.vectors_, N);
+    }
+
+private:
+    V vectors_[N] = {};
+};
+
+}  // namespace math

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <velum/values/math/elements.hpp>
+
+#include <compare>
+#include <concepts>
+
+namespace tessa {
+
+/// A matrix of `R` rows and `C` columns, stored row by row with nothing between the elements; all zero by default.
+template <class T, int R, int C>
+class mat {
+public:
+    using value_type = T;
+    static constexpr int rows = R;
+    static constexpr int columns = C;
+    static constexpr int size = R * C;
+
+    constexpr mat() = default;
+
+    /// From all elements in storage order.
+    template <std::convertible_to<T>... Elements>
+        requires(sizeof...(Elements) == R * C)
+    constexpr mat(Elements... elements) : elements_{static_cast<T>(elements)...} {}
+
+    /// The element at storage position `i`, from 0: that of row `i / C` and column `i % C`.
+    constexpr T operator[](int i) const { return elements_[i]; }
+
+    friend constexpr bool operator==(mat const& a, mat const& b) {
+        return math::equal_elements(a.elements_, b.elements_, size);
+    }
+    friend constexpr std::partial_ordering operator<=>(mat const& a, mat const& b) {
+        return math::compare_elements(a.elements_, b.elements_, size);
+    }
+
+private:
+    T elements_[R * C] = {};
+};
+
+}  // namespace tessa

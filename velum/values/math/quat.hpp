@@ -1,0 +1,33 @@
+#pragma once
+
+#include <velum/values/math/elements.hpp>
+
+#include <compare>
+
+namespace math {
+
+/// A quaternion: four components, in the order in which they are given; all zero by default.
+template <class T>
+class quat {
+public:
+    using value_type = T;
+    static constexpr int size = 4;
+
+    constexpr quat() = default;
+    constexpr quat(T c0, T c1, T c2, T c3) : components_{c0, c1, c2, c3} {}
+
+    /// Component `i`, from 0.
+    constexpr T operator[](int i) const { return components_[i]; }
+
+    friend constexpr bool operator==(quat const& a, quat const& b) {
+        return equal_elements(a.components_, b.components_, size);
+    }
+    friend constexpr std::partial_ordering operator<=>(quat const& a, quat const& b) {
+        return compare_elements(a.components_, b.components_, size);
+    }
+
+private:
+    T components_[4] = {};
+};
+
+}  // namespace math

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <velum/values/math/elements.hpp>
+
+#include <compare>
+#include <concepts>
+
+namespace math {
+
+/// The storage of `vec`: three and four components lie in one 128-bit word.
+struct use_simd_tag {};
+
+template <class T, int N, class Storage>
+class vec;
+
+/// A vector of `N` components, all zero by default.
+///
+/// Lane i holds component i. A vector of three has a fourth lane that holds no component: it repeats the third when the
+/// vector is made from components, is copied along, and takes no part in comparisons.
+template <class T, int N>
+class alignas(N > 2 ? 16 : alignof(T)) vec<T, N, use_simd_tag> {
+public:
+    using value_type = T;
+    static constexpr int size = N;
+
+    constexpr vec() = default;
+
+    template <std::convertible_to<T>... Components>
+        requires(sizeof...(Components) == N)
+    constexpr vec(Components... components) : lanes_{static_cast<T>(components)...} {
+        for (int lane = N; lane < lane_count; ++lane) {
+            lanes_[lane] = lanes_[N - 1];
+        }
+    }
+
+    /// Component `i`, from 0.
+    constexpr T operator[](int i) const { return lanes_[i]; }
+
+    friend constexpr bool operator==(vec const& a, vec const& b) { return equal_elements(a.lanes_, b.lanes_, N); }
+    friend constexpr std::partial_ordering operator<=>(vec const& a, vec const& b) {
+        return compare_elements(a.lanes_, b.lanes_, N);
+    }
+
+private:
+    static constexpr int lane_count = N > 2 ? 4 : N;
+
+    T lanes_[lane_count] = {};
+};
+
+}  // namespace math

@@ -1,0 +1,35 @@
+#pragma once
+
+// Everything public.
+
+#include <velum/boxed/string.hpp>
+#include <velum/boxed/value_map.hpp>
+#include <velum/core/aggregatable.hpp>
+#include <velum/core/api.hpp>
+#include <velum/core/atomic_count.hpp>
+#include <velum/core/class_record.hpp>
+#include <velum/core/clsid_initializer.hpp>
+#include <velum/core/counted.hpp>
+#include <velum/core/flat.hpp>
+#include <velum/core/guid.hpp>
+#include <velum/core/i_serializable.hpp>
+#include <velum/core/i_serializer.hpp>
+#include <velum/core/i_unknown_map.hpp>
+#include <velum/core/interface_ids.hpp>
+#include <velum/core/iptr.hpp>
+#include <velum/core/unknown.hpp>
+#include <velum/values/any_map.hpp>
+#include <velum/values/catalogue.hpp>
+#include <velum/values/errors.hpp>
+#include <velum/values/math/affine_space.hpp>
+#include <velum/values/math/aligned_allocator.hpp>
+#include <velum/values/math/elements.hpp>
+#include <velum/values/math/linear_space.hpp>
+#include <velum/values/math/mat.hpp>
+#include <velum/values/math/quat.hpp>
+#include <velum/values/math/vec.hpp>
+#include <velum/values/type_key.hpp>
+#include <velum/values/ustring.hpp>
+#include <velum/wire/errors.hpp>
+#include <velum/wire/read.hpp>
+#include <velum/wire/write.hpp>
