@@ -1,0 +1,24 @@
+# cmake --install: headers, library, CMake package and pkg-config module. Nothing in them states an absolute path, so an
+# installed tree may be moved.
+
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(velum_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velum")
+
+install(TARGETS velum EXPORT velumTargets FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(EXPORT velumTargets NAMESPACE velum:: DESTINATION "${velum_package_dir}")
+
+configure_package_config_file(
+  "${PROJECT_SOURCE_DIR}/cmake/velumConfig.cmake.in" "${PROJECT_BINARY_DIR}/velumConfig.cmake"
+  INSTALL_DESTINATION "${velum_package_dir}"
+  NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+# Before 1.0 a new minor version may change the interface; from 1.0 on this becomes SameMajorVersion.
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/velumConfigVersion.cmake" COMPATIBILITY SameMinorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/velumConfig.cmake" "${PROJECT_BINARY_DIR}/velumConfigVersion.cmake"
+        DESTINATION "${velum_package_dir}")
+
+file(RELATIVE_PATH velum_pc_to_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+string(REGEX REPLACE "/$" "" velum_pc_to_prefix "${velum_pc_to_prefix}")
+configure_file("${PROJECT_SOURCE_DIR}/cmake/velum.pc.in" "${PROJECT_BINARY_DIR}/velum.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/velum.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
