@@ -123,14 +123,30 @@ private:
         map.insert_or_assign(typename Map::key_type(path_.leave()), std::move(value));
     }
 
+    // Room is taken as the maps arrive, or ahead where all of them may be missing.
     template <class Map>
     void get(shape::maps, std::vector<Map>& maps) {
-        get_elements(maps, [this](Map& map) { get(shape::map(), map); });
+        auto const count = get_number<std::uint32_t>();
+        typename arrivals<Source>::promise const promise(arrivals_, std::uint64_t{count} * sizeof(Map));
+        while (maps.size() != count) {
+            if (arrivals_.excess() == 0) {
+                maps.reserve(count);
+            }
+            get(shape::map(), maps.emplace_back());
+            arrivals_.keep(sizeof(Map));
+        }
     }
 
     void get(shape::values, std::vector<boost::any>& values) {
         stack_guard::level const level(stack_);
-        get_elements(values, [this](boost::any& value) { read_any(value); });
+        auto const count = get_number<std::uint32_t>();
+        typename arrivals<Source>::advance const ahead(arrivals_, std::uint64_t{count} * sizeof(boost::any));
+        if (ahead.granted()) {
+            values.reserve(count);
+        }
+        while (values.size() != count) {
+            read_any(values.emplace_back());
+        }
     }
 
     void get(shape::object, iptr<i_unknown_t>& object) { source_.read_object(object); }
@@ -138,32 +154,20 @@ private:
     template <class Number>
     Number get_number() {
         Number value = 0;
-        source_.read(&value, sizeof value);
+        arrivals_.read_number(value);
         return value;
     }
 
-    template <class Element, class Read>
-    void get_elements(std::vector<Element>& elements, Read read) {
-        auto const count = get_number<std::uint32_t>();
-        arrivals_.promise(std::uint64_t{count} * sizeof(Element));
-        while (elements.size() != count) {
-            if (arrivals_.excess() == 0) {
-                elements.reserve(count);
-            }
-            read(elements.emplace_back());
-            arrivals_.keep(sizeof(Element), sizeof(std::uint32_t));
-        }
-    }
-
-    // What may be missing altogether is read by one call. Of a larger length all but that much is read in steps, each
-    // as long as what has arrived before it.
+    // What may be missing altogether is read by one call. The rest of a longer text is read before it in steps, each as
+    // long as what has arrived, so that the memory follows it.
     template <class Buffer>
     void fill(Buffer& buffer, std::uint64_t length) {
-        arrivals_.promise(length);
+        constexpr std::uint64_t first_step = std::uint64_t{64} << 10U;
+        typename arrivals<Source>::promise const promise(arrivals_, length);
         while (buffer.size() != length) {
             std::uint64_t const left = length - buffer.size();
             std::uint64_t const excess = arrivals_.excess();
-            std::uint64_t const step = std::max<std::uint64_t>(buffer.size(), arrivals<Source>::most_unchecked);
+            std::uint64_t const step = std::max<std::uint64_t>(buffer.size(), first_step);
             append(buffer, excess == 0 ? left : std::min({left, excess, step}));
         }
     }
@@ -178,8 +182,8 @@ private:
             buffer.swap(larger);
         }
         buffer.resize(before + step);
-        source_.read(buffer.data() + before, step);
-        arrivals_.keep(step, step);
+        arrivals_.read(buffer.data() + before, step);
+        arrivals_.keep(step);
     }
 
     Source& source_;
