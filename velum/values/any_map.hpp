@@ -11,12 +11,15 @@
 namespace velum {
 
 /// Values under names, ordered by the bytes of the names. A map may be read by several threads while none changes it.
+///
+/// A value has exactly the type it was given: `{"n", 1}` is an `int`, and `{"s", "text"}` a `char const*`, which can't be
+/// stored; write `std::string("text")`. Copying a map copies all it holds; `std::move` a large value into its place.
 using any_map = std::map<std::string, boost::any>;
 
 /// Values under interned names, ordered by their addresses: quicker to search, in an order that means nothing.
 using uany_map = std::map<ustring, boost::any>;
 
-/// A copy of the value of `key`.
+/// A copy of the value of `key`, or, for a `T` that is a reference to a constant type, the value itself.
 /// Throws `key_not_found`, or `boost::bad_any_cast` when the value is empty or of any other type than `T`.
 template <class T>
 T any_map_get(any_map const& map, std::string const& key) {

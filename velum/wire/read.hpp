@@ -24,7 +24,9 @@ namespace velum {
 //   stream, "nesting too deep" before nested maps use the stack up, "memory allocation failed" for a buffer,
 // - `std::length_error` "vector too long" for a buffer above 9223372036854775807 bytes,
 // - `std::bad_alloc`, and what the stream or an object throws.
-// The entries read before a failure are in the map then, and the stream stands where the failure was met.
+// The entries read before a failure are in the map then, and the stream stands behind what was read last, such as the
+// unknown tag. What stands behind a map that was read whole is the caller's to look at. A stream that has failed gives
+// no position before it is cleared.
 //
 // Any number of threads may read at once, each from a stream of its own into a map of its own.
 
