@@ -6,7 +6,10 @@ include(CMakePackageConfigHelpers)
 
 set(velum_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velum")
 
-install(TARGETS velum EXPORT velumTargets FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+# CMake before 3.23, which a user may have, knows no file sets: for it the include folder is stated once more.
+install(TARGETS velum EXPORT velumTargets
+  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(EXPORT velumTargets NAMESPACE velum:: DESTINATION "${velum_package_dir}")
 
 configure_package_config_file(

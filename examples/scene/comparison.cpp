@@ -9,14 +9,14 @@
 namespace scene {
 namespace {
 
-namespace shape = velum::shape;
+namespace value_shape = velum::value_shape;
 
 class walk {
 public:
     comparison result;
 
     template <class Map>
-    bool same(shape::map, Map const& a, Map const& b) {
+    bool same(value_shape::map, Map const& a, Map const& b) {
         // Maps of one type in one process are in one order, those with interned keys too.
         return std::equal(a.begin(), a.end(), b.begin(), b.end(), [this](auto const& left, auto const& right) {
             return left.first == right.first && inside(left.first, same(left.second, right.second));
@@ -41,11 +41,12 @@ private:
     }
 
     template <class Map>
-    bool same(shape::maps, std::vector<Map> const& a, std::vector<Map> const& b) {
-        return same_list(a, b, [this](Map const& left, Map const& right) { return same(shape::map(), left, right); });
+    bool same(value_shape::maps, std::vector<Map> const& a, std::vector<Map> const& b) {
+        return same_list(a, b,
+                         [this](Map const& left, Map const& right) { return same(value_shape::map(), left, right); });
     }
 
-    bool same(shape::values, std::vector<boost::any> const& a, std::vector<boost::any> const& b) {
+    bool same(value_shape::values, std::vector<boost::any> const& a, std::vector<boost::any> const& b) {
         return same_list(a, b, [this](auto const& left, auto const& right) { return same(left, right); });
     }
 
@@ -67,21 +68,21 @@ private:
     }
 
     template <class T>
-    static bool same_value(shape::block, T const& a, T const& b) {
+    static bool same_value(value_shape::block, T const& a, T const& b) {
         return std::ranges::equal(std::as_bytes(std::span(&a, 1)), std::as_bytes(std::span(&b, 1)));
     }
 
     // A vector of three has a fourth lane that isn't stored, so it isn't looked at.
     template <class E>
-    static bool same_value(shape::triples, math::vec<E, 3, math::use_simd_tag> const& a,
+    static bool same_value(value_shape::triples, math::vec<E, 3, math::use_simd_tag> const& a,
                            math::vec<E, 3, math::use_simd_tag> const& b) {
-        shape::block const form;
+        value_shape::block const form;
         return same_value(form, a[0], b[0]) && same_value(form, a[1], b[1]) && same_value(form, a[2], b[2]);
     }
-    static bool same_value(shape::triples form, velum::linear_space3 const& a, velum::linear_space3 const& b) {
+    static bool same_value(value_shape::triples form, velum::linear_space3 const& a, velum::linear_space3 const& b) {
         return same_value(form, a[0], b[0]) && same_value(form, a[1], b[1]) && same_value(form, a[2], b[2]);
     }
-    static bool same_value(shape::triples form, velum::affine_space3 const& a, velum::affine_space3 const& b) {
+    static bool same_value(value_shape::triples form, velum::affine_space3 const& a, velum::affine_space3 const& b) {
         return same_value(form, a.linear, b.linear) && same_value(form, a.origin, b.origin);
     }
 
@@ -96,7 +97,7 @@ private:
 
 comparison compare(velum::any_map const& a, velum::any_map const& b) {
     walk both;
-    both.result.same = both.same(velum::shape::map(), a, b);
+    both.result.same = both.same(velum::value_shape::map(), a, b);
     return both.result;
 }
 

@@ -12,7 +12,7 @@
 namespace scene {
 namespace {
 
-namespace shape = velum::shape;
+namespace value_shape = velum::value_shape;
 
 void put_value(std::ostream& out, velum::guid_t const& id) {
     out << id.string();
@@ -43,7 +43,7 @@ public:
     explicit tree(std::ostream& out) : out_(out) {}
 
     template <class Map>
-    void put(shape::map, Map const& map) {
+    void put(value_shape::map, Map const& map) {
         std::map<std::string, boost::any const*> by_name;  // the order of interned keys means nothing to a reader
         for (auto const& [key, value] : map) {
             by_name.emplace(key, &value);
@@ -62,17 +62,17 @@ private:
         }
     }
 
-    void put(shape::block, auto const& value) { put_value(out_ << ": ", value); }
-    void put(shape::triples, auto const& value) { put_value(out_ << ": ", value); }
-    void put(shape::truth, bool value) { out_ << (value ? ": true" : ": false"); }
-    void put(shape::text, std::string const& text) { out_ << ": \"" << printable(text, 60) << '"'; }
-    void put(shape::bytes, velum::byte_vector const& bytes) { out_ << ": " << bytes.size() << " bytes"; }
-    void put(shape::object, auto const& object) { out_ << (object ? ": an object" : ": no object"); }
+    void put(value_shape::block, auto const& value) { put_value(out_ << ": ", value); }
+    void put(value_shape::triples, auto const& value) { put_value(out_ << ": ", value); }
+    void put(value_shape::truth, bool value) { out_ << (value ? ": true" : ": false"); }
+    void put(value_shape::text, std::string const& text) { out_ << ": \"" << printable(text, 60) << '"'; }
+    void put(value_shape::bytes, velum::byte_vector const& bytes) { out_ << ": " << bytes.size() << " bytes"; }
+    void put(value_shape::object, auto const& object) { out_ << (object ? ": an object" : ": no object"); }
 
-    void put(shape::maps, auto const& maps) {
-        put_list(maps, [this](auto const& map) { this->put(shape::map(), map); });
+    void put(value_shape::maps, auto const& maps) {
+        put_list(maps, [this](auto const& map) { this->put(value_shape::map(), map); });
     }
-    void put(shape::values, auto const& values) {
+    void put(value_shape::values, auto const& values) {
         put_list(values, [this](boost::any const& value) { put(value); });
     }
 
@@ -113,7 +113,7 @@ private:
 
 void print_tree(std::ostream& out, std::string const& title, velum::any_map const& map) {
     out << printable(title, 500);
-    tree(out).put(shape::map(), map);
+    tree(out).put(value_shape::map(), map);
     out << '\n';
 }
 

@@ -11,7 +11,7 @@ namespace scene {
 template <class Visitor>
 bool visit(boost::any const& any, Visitor visitor) {
     bool found = false;
-    velum::catalogue::for_each([&]<class Row>(Row) {
+    velum::value_catalogue::for_each([&]<class Row>(Row) {
         if (auto const* const value = boost::any_cast<typename Row::type>(&any)) {
             found = true;
             visitor(typename Row::shape(), *value);

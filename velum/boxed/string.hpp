@@ -27,7 +27,7 @@ public:
 
 /// The boxed string: any bytes, NUL included. It answers `iid_unknown`, `iid_string` and `iid_serializable`, can be
 /// aggregated, and is stored as the word 0x00010000, a 32-bit length and the bytes.
-class VELUM_API basic_string_t : public aggregatable<basic_string_t> {
+class VELUM_API basic_string_t : public aggregatable_t<basic_string_t> {
 public:
     /// For `create`; keeps `outer` as it is, without a reference.
     basic_string_t(i_unknown_t* outer, std::string const& value);
@@ -56,12 +56,11 @@ public:
     static std::map<std::string, boost::any> const class_info;
 
 private:
-    friend counted<basic_string_t, i_unknown_t>;
-    friend aggregatable<basic_string_t>;
+    friend object_access;
 
-    class basic_string_imp_t : public nested<std::string, i_string_t, i_serializable_t> {
+    class basic_string_imp_t : public nested_t<std::string, i_string_t, i_serializable_t> {
     public:
-        using nested::nested;
+        using nested_t::nested_t;
 
         std::string& string() override { return payload; }
         std::string const& string() const override { return payload; }
@@ -72,10 +71,10 @@ private:
         void deserialize(iptr<i_serializer_t> const& s) override;
     };
 
-    std::array<answer, 3> answers() {
+    std::array<answer_t, 3> answers() {
         return {{{iid_unknown, this},
-                 {iid_string, side<i_string_t>(imp)},
-                 {iid_serializable, side<i_serializable_t>(imp)}}};
+                 {iid_string, side_of<i_string_t>(imp)},
+                 {iid_serializable, side_of<i_serializable_t>(imp)}}};
     }
 
     basic_string_imp_t imp;

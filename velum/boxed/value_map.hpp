@@ -27,7 +27,7 @@ public:
 
 /// The boxed value map. It answers `iid_unknown`, `iid_serializable` and `iid_uany_map`, can't be aggregated, and is
 /// stored as the word 0x00010000 and the map. Only `deserialize` changes it: it merges what it reads into the map.
-class VELUM_API uany_map_obj_t : public flat<uany_map_obj_t, i_uany_map_t, i_serializable_t> {
+class VELUM_API uany_map_obj_t : public flat_t<uany_map_obj_t, i_uany_map_t, i_serializable_t> {
 public:
     /// Member by member, the count included: only for objects that no `iptr` holds.
     uany_map_obj_t(uany_map_obj_t const&);
@@ -65,13 +65,12 @@ protected:
     explicit uany_map_obj_t(std::map<ustring, boost::any> const& map);
 
 private:
-    friend counted<uany_map_obj_t, i_uany_map_t, i_serializable_t>;
-    friend flat<uany_map_obj_t, i_uany_map_t, i_serializable_t>;
+    friend object_access;
 
-    std::array<answer, 3> answers() {
-        return {{{iid_unknown, side<i_uany_map_t>(*this)},
-                 {iid_serializable, side<i_serializable_t>(*this)},
-                 {iid_uany_map, side<i_uany_map_t>(*this)}}};
+    std::array<answer_t, 3> answers() {
+        return {{{iid_unknown, side_of<i_uany_map_t>(*this)},
+                 {iid_serializable, side_of<i_serializable_t>(*this)},
+                 {iid_uany_map, side_of<i_uany_map_t>(*this)}}};
     }
 
     std::map<ustring, boost::any> payload;

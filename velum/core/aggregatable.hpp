@@ -31,24 +31,45 @@ namespace velum {
 // object that stands alone is its own controlling unknown: `outer` points at the outer object around `imp`, and the
 // two counts are the same count.
 //
+// How A hands out B. A makes B while somebody holds A, never in its own constructor, and keeps the pointer it gets; its
+// `query_interface` tries its own answers first and then asks B:
+//
+//     class host_t : public flat_t<host_t, i_unknown_t> {
+//     public:
+//         static iptr<i_unknown_t> make() {
+//             iptr<host_t> const host(new host_t);
+//             basic_string_t::create(host.get(), "title", iid_unknown, &host->title_);
+//             return host.get();
+//         }
+//         bool query_interface(guid_t const& iid, void* out) override {
+//             return flat_t::query_interface(iid, out) || (iid == iid_string && title_->query_interface(iid, out));
+//         }
+//
+//     private:
+//         friend object_access;
+//         std::array<answer_t, 1> answers() { return {{{iid_unknown, this}}}; }
+//         iptr<i_unknown_t> title_;
+//         std::int32_t ref_count = 0;
+//     };
+//
 // What `create` refuses. A new object with a controlling unknown hands out its own `i_unknown_t` and nothing else: by
 // any other interface the caller would get a reference that counts on the caller itself, and B would have none.
 
 /// The nested object of an aggregatable class: interfaces, payload, controlling unknown. A class derives from it and
 /// adds the operations of its interfaces, which work on `payload`.
 template <class Payload, class... Interfaces>
-class nested : public Interfaces... {
+class nested_t : public Interfaces... {
 public:
     template <class... Arguments>
-    explicit nested(i_unknown_t* controlling, Arguments&&... arguments)
+    explicit nested_t(i_unknown_t* controlling, Arguments&&... arguments)
         : payload(std::forward<Arguments>(arguments)...), outer(controlling) {}
 
-    nested(nested const&) = default;
-    nested(nested&&) = default;
-    ~nested() override = default;
+    nested_t(nested_t const&) = default;
+    nested_t(nested_t&&) = default;
+    ~nested_t() override = default;
 
     // Members of standard types may lose their content when they are assigned to themselves.
-    nested& operator=(nested const& other) {
+    nested_t& operator=(nested_t const& other) {
         if (this != &other) {
             payload = other.payload;
             outer = other.outer;
@@ -56,7 +77,7 @@ public:
         return *this;
     }
 
-    nested& operator=(nested&& other) {
+    nested_t& operator=(nested_t&& other) {
         if (this != &other) {
             payload = std::move(other.payload);
             outer = other.outer;
@@ -76,12 +97,13 @@ public:
 
 /// The outer object of an aggregatable class: identity, count and the ways to make one.
 ///
-/// `Object` derives from `aggregatable<Object>`, befriends it and has, in this order, its nested object `imp` and
+/// `Object` derives from `aggregatable_t<Object>`, befriends `object_access` and has, in this order, its nested object
+/// `imp` and
 /// `std::int32_t ref_count = 0`; further `answers()`, and a constructor whose first argument, the controlling unknown,
 /// goes to `imp` as it is, even null. Copies and moves go member by member, `outer` and `ref_count` included: they are
 /// for objects that no `iptr` holds.
 template <class Object>
-class aggregatable : public counted<Object, i_unknown_t> {
+class aggregatable_t : public counted_t<Object, i_unknown_t> {
 protected:
     /// Makes an object and asks it for `iid` into the slot `out`. False when it doesn't have the interface; false, with
     /// the slot untouched, when `outer` isn't null and `iid` isn't `iid_unknown`.
@@ -99,18 +121,18 @@ private:
 
 template <class Object>
 template <class... Arguments>
-iptr<Object> aggregatable<Object>::make(iptr<i_unknown_t> const& outer, Arguments&&... arguments) {
-    iptr<Object> object(new Object(outer.get(), std::forward<Arguments>(arguments)...));
+iptr<Object> aggregatable_t<Object>::make(iptr<i_unknown_t> const& outer, Arguments&&... arguments) {
+    iptr<Object> object(object_access::make<Object>(outer.get(), std::forward<Arguments>(arguments)...));
     if (!outer) {
-        object->imp.outer = object.get();
+        object_access::control(*object, object.get());
     }
     return object;
 }
 
 template <class Object>
 template <class... Arguments>
-bool aggregatable<Object>::create_object(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out,
-                                         Arguments&&... arguments) {
+bool aggregatable_t<Object>::create_object(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out,
+                                           Arguments&&... arguments) {
     if (outer && iid != iid_unknown) {
         return false;
     }
@@ -119,8 +141,8 @@ bool aggregatable<Object>::create_object(iptr<i_unknown_t> const& outer, guid_t 
 
 template <class Object>
 template <class... Arguments>
-bool aggregatable<Object>::rebuild_object(iptr<i_unknown_t> const& outer, iptr<i_unknown_t>& out,
-                                          Arguments&&... arguments) {
+bool aggregatable_t<Object>::rebuild_object(iptr<i_unknown_t> const& outer, iptr<i_unknown_t>& out,
+                                            Arguments&&... arguments) {
     out = iptr<i_unknown_t>(make(outer, std::forward<Arguments>(arguments)...).get());
     return true;
 }

@@ -1,5 +1,9 @@
 #pragma once
 
+#if __cplusplus < 202002L && (!defined(_MSVC_LANG) || _MSVC_LANG < 202002L)
+#    error "velum needs C++20"
+#endif
+
 /// Marks what the library exports; everything else is hidden.
 #if defined(_WIN32)
 #    if defined(VELUM_BUILDING_LIBRARY)

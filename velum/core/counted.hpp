@@ -7,18 +7,45 @@
 #include <cstdint>
 #include <cstring>
 #include <tuple>
+#include <utility>
 
 namespace velum {
 
 /// One line of what a class answers to `query_interface`: an identifier and the pointer that stands for it.
-struct answer {
+struct answer_t {
+    answer_t(guid_t const& id, i_unknown_t* p) : iid(id), pointer(p) {}
+    answer_t(guid_t&&, i_unknown_t*) = delete;  // the identifier must outlive the answer
+
     guid_t const& iid;
     i_unknown_t* pointer;
 };
 
+/// The friend of a class that is made from the building blocks: it lets them see what the class keeps private.
+struct object_access {
+    template <class Object>
+    static std::int32_t& ref_count(Object& object) {
+        return object.ref_count;
+    }
+
+    template <class Object>
+    static auto answers(Object& object) {
+        return object.answers();
+    }
+
+    template <class Object, class... Arguments>
+    static Object* make(Arguments&&... arguments) {
+        return new Object(std::forward<Arguments>(arguments)...);
+    }
+
+    template <class Object>
+    static void control(Object& object, i_unknown_t* outer) {
+        object.imp.outer = outer;
+    }
+};
+
 /// The pointer to the side `Interface` of an object that has several.
 template <class Interface, class Object>
-i_unknown_t* side(Object& object) {
+i_unknown_t* side_of(Object& object) {
     return static_cast<Interface*>(&object);
 }
 
@@ -33,7 +60,7 @@ bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
         pointer = nullptr;
         std::memcpy(out, &pointer, sizeof pointer);
     }
-    auto const matches = [&](answer const& a) {
+    auto const matches = [&](answer_t const& a) {
         pointer = a.iid == iid ? a.pointer : nullptr;
         return pointer != nullptr;
     };
@@ -47,20 +74,23 @@ bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
 
 /// The three operations of `i_unknown_t` for a class `Object` that counts its own references.
 ///
-/// `Object` derives from `counted<Object, its interfaces...>`, befriends it and has
+/// `Object` derives from `counted_t<Object, its interfaces...>`, befriends `object_access` and has
 /// - `std::int32_t ref_count = 0`, which starts at 0: the first `iptr` makes it 1,
 /// - `answers()`, which gives a `std::array` of `answer`.
-/// Writers of classes use it through `aggregatable` or `flat`.
+/// It must not put an `iptr` on itself in its constructor or destructor, since the count would pass 0 there.
+/// Writers of classes use it through `aggregatable_t` or `flat_t`.
 template <class Object, class... Interfaces>
-class counted : public Interfaces... {
+class counted_t : public Interfaces... {
 public:
-    bool query_interface(guid_t const& iid, void* out) override { return answer_query(object().answers(), iid, out); }
+    bool query_interface(guid_t const& iid, void* out) override {
+        return answer_query(object_access::answers(object()), iid, out);
+    }
 
-    std::int32_t add_ref() override { return atomic_increment(object().ref_count); }
+    std::int32_t add_ref() override { return atomic_increment(object_access::ref_count(object())); }
 
     // The object isn't touched after the decrement, since another thread may have destroyed it by then.
     std::int32_t release() override {
-        std::int32_t const count = atomic_decrement(object().ref_count);
+        std::int32_t const count = atomic_decrement(object_access::ref_count(object()));
         if (count == 0) {
             delete this;
         }

@@ -10,15 +10,15 @@ namespace velum {
 
 /// The base of a class that is one object with all its interfaces on itself and can't be aggregated.
 ///
-/// `Object` derives from `flat<Object, its interfaces...>`, befriends it and has `std::int32_t ref_count = 0` and
-/// `answers()`. The functions below make an object by its default constructor.
+/// `Object` derives from `flat_t<Object, its interfaces...>`, befriends `object_access` and has `std::int32_t ref_count
+/// = 0` and `answers()`. The functions below make an object by its default constructor.
 template <class Object, class... Interfaces>
-class flat : public counted<Object, Interfaces...> {
+class flat_t : public counted_t<Object, Interfaces...> {
 protected:
     /// Makes an object and asks it for `iid` into the slot `out`. False when it doesn't have the interface; false, with
     /// the slot untouched, when `outer` isn't null.
     static bool create_object(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out) {
-        return !outer && iptr<Object>(new Object)->query_interface(iid, out);
+        return !outer && iptr<Object>(object_access::make<Object>())->query_interface(iid, out);
     }
 
     /// Makes an object for a `deserialize_function`. False when `outer` isn't null.
@@ -26,7 +26,7 @@ protected:
         if (outer) {
             return false;
         }
-        out = iptr<i_unknown_t>(iptr<Object>(new Object), iid_unknown);
+        out = iptr<i_unknown_t>(iptr<Object>(object_access::make<Object>()), iid_unknown);
         return true;
     }
 };

@@ -5,7 +5,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <utility>
 
 namespace velum {
 
@@ -66,9 +66,10 @@ private:
         }
     }
 
+    // Null while the object goes, since its destructor may come back here.
     void drop() {
-        if (pointer_ != nullptr) {
-            pointer_->release();
+        if (T* const pointer = std::exchange(pointer_, nullptr)) {
+            pointer->release();
         }
     }
 

@@ -12,8 +12,11 @@ namespace velum {
 
 /// Values under names, ordered by the bytes of the names. A map may be read by several threads while none changes it.
 ///
-/// A value has exactly the type it was given: `{"n", 1}` is an `int`, and `{"s", "text"}` a `char const*`, which can't be
-/// stored; write `std::string("text")`. Copying a map copies all it holds; `std::move` a large value into its place.
+/// The types that can be stored are those of `value_catalogue`; the integers among them are `int` and `long long`, and
+/// neither `long`, which `std::int64_t` is on many systems, nor any unsigned type.
+///
+/// A value has exactly the type it was given: `{"n", 1}` is an `int`, and `{"s", "text"}` a `char const*`, which can't
+/// be stored; write `std::string("text")`. Copying a map copies all it holds; `std::move` a large value into its place.
 using any_map = std::map<std::string, boost::any>;
 
 /// Values under interned names, ordered by their addresses: quicker to search, in an order that means nothing.

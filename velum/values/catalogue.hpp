@@ -26,7 +26,7 @@ using linear_space3 = math::linear_space_n<math::vec<float, 3, math::use_simd_ta
 using affine_space3 = math::affine_space<linear_space3>;
 
 /// The forms that a value of the catalogue can have in a stream.
-namespace shape {
+namespace value_shape {
 struct block {};    ///< the bytes of the value as they lie in memory
 struct truth {};    ///< one 32-bit word
 struct triples {};  ///< the first three lanes of each vector in the value
@@ -36,18 +36,18 @@ struct map {};      ///< a 32-bit count, then keys and values in turn
 struct maps {};     ///< a 32-bit count, then maps
 struct values {};   ///< a 32-bit count, then values with their tags
 struct object {};   ///< an object of the graph around the value
-}  // namespace shape
+}  // namespace value_shape
 
 /// One line of the catalogue.
 template <int Tag, class Type, class Shape>
-struct catalogue_row {
+struct value_row {
     static constexpr int tag = Tag;
     using type = Type;
     using shape = Shape;
 };
 
 template <class... Rows>
-struct catalogue_of {
+struct value_rows {
     static constexpr std::size_t size = sizeof...(Rows);
 
     /// Calls `visit` with an instance of each row.
@@ -60,57 +60,57 @@ struct catalogue_of {
 /// The types that a value map can hold and a stream can carry, with the tag that stands before a value of the type.
 /// Stored documents rest on the numbers: a tag is never given to another type, and 30 and 33 to 39 stay free.
 // clang-format off
-using catalogue = catalogue_of<
+using value_catalogue = value_rows<
     //            tag  type                                    shape
-    catalogue_row< 1, std::string,                             shape::text>,
-    catalogue_row< 2, bool,                                    shape::truth>,
-    catalogue_row< 3, int,                                     shape::block>,
-    catalogue_row< 4, float,                                   shape::block>,
-    catalogue_row< 5, tessa::mat<float, 2, 1>,                 shape::block>,
-    catalogue_row< 6, tessa::mat<float, 3, 1>,                 shape::block>,
-    catalogue_row< 7, tessa::mat<float, 4, 1>,                 shape::block>,
-    catalogue_row< 8, tessa::mat<float, 3, 3>,                 shape::block>,
-    catalogue_row< 9, tessa::mat<float, 3, 4>,                 shape::block>,
-    catalogue_row<10, tessa::mat<float, 4, 4>,                 shape::block>,
-    catalogue_row<11, tessa::mat<int, 2, 1>,                   shape::block>,
-    catalogue_row<12, tessa::mat<int, 3, 1>,                   shape::block>,
-    catalogue_row<13, tessa::mat<int, 4, 1>,                   shape::block>,
-    catalogue_row<14, double,                                  shape::block>,
-    catalogue_row<15, tessa::mat<double, 2, 1>,                shape::block>,
-    catalogue_row<16, tessa::mat<double, 3, 1>,                shape::block>,
-    catalogue_row<17, tessa::mat<double, 4, 1>,                shape::block>,
-    catalogue_row<18, tessa::mat<double, 3, 3>,                shape::block>,
-    catalogue_row<19, tessa::mat<double, 3, 4>,                shape::block>,
-    catalogue_row<20, tessa::mat<double, 4, 4>,                shape::block>,
-    catalogue_row<21, math::vec<int, 2, math::use_simd_tag>,   shape::block>,
-    catalogue_row<22, math::vec<int, 3, math::use_simd_tag>,   shape::triples>,
-    catalogue_row<23, math::vec<int, 4, math::use_simd_tag>,   shape::block>,
-    catalogue_row<24, math::vec<float, 2, math::use_simd_tag>, shape::block>,
-    catalogue_row<25, math::vec<float, 3, math::use_simd_tag>, shape::triples>,
-    catalogue_row<26, math::vec<float, 4, math::use_simd_tag>, shape::block>,
-    catalogue_row<27, math::quat<float>,                       shape::block>,
-    catalogue_row<28, linear_space3,                           shape::triples>,
-    catalogue_row<29, affine_space3,                           shape::triples>,
-    catalogue_row<31, long long,                               shape::block>,
-    catalogue_row<32, guid_t,                                  shape::block>,
-    catalogue_row<40, any_map,                                 shape::map>,
-    catalogue_row<41, std::vector<any_map>,                    shape::maps>,
-    catalogue_row<42, ustring,                                 shape::text>,
-    catalogue_row<43, uany_map,                                shape::map>,
-    catalogue_row<44, std::vector<uany_map>,                   shape::maps>,
-    catalogue_row<45, byte_vector,                             shape::bytes>,
-    catalogue_row<46, std::vector<boost::any>,                 shape::values>,
-    catalogue_row<47, iptr<i_unknown_t>,                       shape::object>>;
+    value_row< 1, std::string,                             value_shape::text>,
+    value_row< 2, bool,                                    value_shape::truth>,
+    value_row< 3, int,                                     value_shape::block>,
+    value_row< 4, float,                                   value_shape::block>,
+    value_row< 5, tessa::mat<float, 2, 1>,                 value_shape::block>,
+    value_row< 6, tessa::mat<float, 3, 1>,                 value_shape::block>,
+    value_row< 7, tessa::mat<float, 4, 1>,                 value_shape::block>,
+    value_row< 8, tessa::mat<float, 3, 3>,                 value_shape::block>,
+    value_row< 9, tessa::mat<float, 3, 4>,                 value_shape::block>,
+    value_row<10, tessa::mat<float, 4, 4>,                 value_shape::block>,
+    value_row<11, tessa::mat<int, 2, 1>,                   value_shape::block>,
+    value_row<12, tessa::mat<int, 3, 1>,                   value_shape::block>,
+    value_row<13, tessa::mat<int, 4, 1>,                   value_shape::block>,
+    value_row<14, double,                                  value_shape::block>,
+    value_row<15, tessa::mat<double, 2, 1>,                value_shape::block>,
+    value_row<16, tessa::mat<double, 3, 1>,                value_shape::block>,
+    value_row<17, tessa::mat<double, 4, 1>,                value_shape::block>,
+    value_row<18, tessa::mat<double, 3, 3>,                value_shape::block>,
+    value_row<19, tessa::mat<double, 3, 4>,                value_shape::block>,
+    value_row<20, tessa::mat<double, 4, 4>,                value_shape::block>,
+    value_row<21, math::vec<int, 2, math::use_simd_tag>,   value_shape::block>,
+    value_row<22, math::vec<int, 3, math::use_simd_tag>,   value_shape::triples>,
+    value_row<23, math::vec<int, 4, math::use_simd_tag>,   value_shape::block>,
+    value_row<24, math::vec<float, 2, math::use_simd_tag>, value_shape::block>,
+    value_row<25, math::vec<float, 3, math::use_simd_tag>, value_shape::triples>,
+    value_row<26, math::vec<float, 4, math::use_simd_tag>, value_shape::block>,
+    value_row<27, math::quat<float>,                       value_shape::block>,
+    value_row<28, linear_space3,                           value_shape::triples>,
+    value_row<29, affine_space3,                           value_shape::triples>,
+    value_row<31, long long,                               value_shape::block>,
+    value_row<32, guid_t,                                  value_shape::block>,
+    value_row<40, any_map,                                 value_shape::map>,
+    value_row<41, std::vector<any_map>,                    value_shape::maps>,
+    value_row<42, ustring,                                 value_shape::text>,
+    value_row<43, uany_map,                                value_shape::map>,
+    value_row<44, std::vector<uany_map>,                   value_shape::maps>,
+    value_row<45, byte_vector,                             value_shape::bytes>,
+    value_row<46, std::vector<boost::any>,                 value_shape::values>,
+    value_row<47, iptr<i_unknown_t>,                       value_shape::object>>;
 // clang-format on
 
-inline constexpr int highest_tag = 47;
+inline constexpr int highest_value_tag = 47;
 
-static_assert(catalogue::size == 39);
+static_assert(value_catalogue::size == 39);
 static_assert(
     [] {
-        std::array<bool, highest_tag + 1> taken{};
+        std::array<bool, highest_value_tag + 1> taken{};
         bool unique = true;
-        catalogue::for_each([&]<class Row>(Row) {
+        value_catalogue::for_each([&]<class Row>(Row) {
             unique = unique && !taken[Row::tag];
             taken[Row::tag] = true;
         });

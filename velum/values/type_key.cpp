@@ -2,11 +2,15 @@
 #include <velum/values/detail/published_index.hpp>
 #include <velum/values/type_key.hpp>
 
-#include <boost/core/demangle.hpp>
-
 #include <cstdint>
+#include <cstdlib>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <new>
+#include <string>
+
+#include <cxxabi.h>
 
 namespace velum {
 namespace {
@@ -21,8 +25,20 @@ std::size_t hash_of(std::type_info const* ti) {
     return static_cast<std::size_t>((reinterpret_cast<std::uint64_t>(ti) * 0x9E3779B97F4A7C15U) >> 32U);
 }
 
+// `boost::core::demangle` would do, but gives the raw name when its memory fails, and that would be remembered.
+std::string readable_name(std::type_info const& ti) {
+    int status = 0;
+    char* const text = abi::__cxa_demangle(ti.name(), nullptr, nullptr, &status);
+    std::unique_ptr<char, decltype(&std::free)> const owner(text, &std::free);
+    constexpr int no_memory = -1;
+    if (status == no_memory) {
+        throw std::bad_alloc();
+    }
+    return text != nullptr ? text : ti.name();
+}
+
 ustring const& remember(key_cache& cache, key_index& index, std::type_info const& ti) {
-    ustring const key(boost::core::demangle(ti.name()));
+    ustring const key(readable_name(ti));
     std::lock_guard const lock(cache_mutex);
     auto const [entry, inserted] = cache.emplace(&ti, key);
     if (inserted) {

@@ -15,7 +15,8 @@ namespace velum {
 //
 // Nothing in the stream is trusted. Memory and time follow the bytes that arrive, not what a length promises. A stream
 // that ends early reads as zeros from there on, without an error where that makes a value: an empty text or container,
-// zeros for up to 16 MiB of a text or buffer cut short. Enable exceptions on the stream to learn of every short read.
+// zeros for up to 16 MiB of a text or buffer cut short. So a file that could not be opened, or is empty, reads as a map
+// without entries: look at the stream before and after, or enable exceptions on it to learn of every short read.
 //
 // Throws
 // - `unknown_type` for a tag that no type has, 0 included; the message has the tag and the keys that lead to it,
@@ -33,7 +34,7 @@ namespace velum {
 VELUM_API void read(std::basic_istream<char>& stream, std::map<std::string, boost::any>& map);
 VELUM_API void read(std::basic_istream<char>& stream, std::map<ustring, boost::any>& map);
 
-/// Through a serializer, which can carry objects too; `s` must not be null.
+/// Through a serializer, which can carry objects too. Throws `std::runtime_error` ("serializer is null").
 VELUM_API void read(iptr<i_serializer_t> const& s, std::map<std::string, boost::any>& map);
 VELUM_API void read(iptr<i_serializer_t> const& s, std::map<ustring, boost::any>& map);
 

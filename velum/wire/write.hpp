@@ -26,7 +26,7 @@ namespace velum {
 VELUM_API void write(std::basic_ostream<char>& stream, std::map<std::string, boost::any> const& map);
 VELUM_API void write(std::basic_ostream<char>& stream, std::map<ustring, boost::any> const& map);
 
-/// Through a serializer, which can carry objects too; `s` must not be null.
+/// Through a serializer, which can carry objects too. Throws `std::runtime_error` ("serializer is null").
 VELUM_API void write(iptr<i_serializer_t> const& s, std::map<std::string, boost::any> const& map);
 VELUM_API void write(iptr<i_serializer_t> const& s, std::map<ustring, boost::any> const& map);
 

@@ -24,6 +24,9 @@ public:
     enum class reserve { for_reading, for_writing };
 
     explicit stack_guard(reserve kept);
+    stack_guard(stack_guard const&) = delete;
+    stack_guard& operator=(stack_guard const&) = delete;
+    ~stack_guard();
 
     /// Throws `std::runtime_error` ("nesting too deep") when the stack has come down to the reserve.
     class level {
@@ -43,6 +46,7 @@ private:
     [[noreturn]] static void throw_too_deep();
 
     std::uintptr_t lowest_;
+    bool opens_window_ = false;
 };
 
 }  // namespace velum::detail

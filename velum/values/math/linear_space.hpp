@@ -20,6 +20,8 @@ public:
         requires(sizeof...(Vectors) == N)
     constexpr linear_space_n(Vectors const&... vectors) : vectors_{vectors...} {}
 
+    constexpr linear_space_n(V const& v0, V const& v1, V const& v2) requires(N == 3) : vectors_{v0, v1, v2} {}
+
     /// Vector `i`, from 0.
     constexpr V const& operator[](int i) const { return vectors_[i]; }
 

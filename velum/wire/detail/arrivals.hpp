@@ -7,85 +7,92 @@
 
 namespace velum::detail {
 
+/// The memory that vectors of maps have promised to all operations of the thread that are under way: an object within
+/// the values reads its own map by an operation of its own.
+inline thread_local constinit std::uint64_t open_on_thread = 0;
+
 /// Keeps the memory that damaged lengths and counts can claim close to what has arrived.
 ///
-/// Every length promises memory that its bytes will fill. Up to 16 MiB of a promise may be missing: where the stream
-/// ends, zeros stand in its place, and memory for it may be taken ahead. What is promised beyond must arrive, and the
-/// first of it that doesn't ends the operation. Promises within promises have half a MiB more in common and no more.
+/// Up to 16 MiB of a text or buffer may be missing, and of the memory that vectors of maps promise, those within one
+/// another taken together: where the stream ends, zeros and empty maps stand in their place. What is promised beyond
+/// must arrive, and the first of it that doesn't ends the operation.
 template <class Source>
 class arrivals {
 public:
+    static constexpr std::uint64_t most_missing = std::uint64_t{16} << 20U;  // bytes of memory
+
     explicit arrivals(Source& source) : source_(source) {}
+    arrivals(arrivals const&) = delete;
+    arrivals& operator=(arrivals const&) = delete;
+    ~arrivals() { open_on_thread -= open_; }
 
-    /// A length was read: `memory` bytes are to be filled while this exists, each reported by `keep`.
-    class promise {
-    public:
-        promise(arrivals& all, std::uint64_t memory) : all_(all), outer_limit_(all.limit_) {
-            bool const watched = all.excess() != 0;
-            all.limit_ = most_missing + std::min(all.open_, most_shared);
-            all.open_ += memory;
-            if (!watched && all.excess() != 0) {
-                all.source_.watch();
-            }
-        }
-        promise(promise const&) = delete;
-        promise& operator=(promise const&) = delete;
-        ~promise() { all_.limit_ = outer_limit_; }
-
-    private:
-        arrivals& all_;
-        std::uint64_t outer_limit_;
-    };
-
-    /// Memory taken ahead for elements that fail where the stream ends: little enough, or none.
-    class advance {
-    public:
-        advance(arrivals& all, std::uint64_t memory)
-            : all_(all), memory_(all.open_ + memory <= most_shared ? memory : 0) {
-            all_.open_ += memory_;
-        }
-        advance(advance const&) = delete;
-        advance& operator=(advance const&) = delete;
-        ~advance() { all_.open_ -= memory_; }
-
-        bool granted() const { return memory_ != 0; }
-
-    private:
-        arrivals& all_;
-        std::uint64_t memory_;
-    };
-
-    /// `memory` bytes of what was promised have been filled.
-    void keep(std::uint64_t memory) { open_ -= memory; }
-
-    /// How much of what is promised must arrive before the rest may be missing.
-    std::uint64_t excess() const { return open_ > limit_ ? open_ - limit_ : 0; }
-
-    /// These read into zeros, and throw `length_exceeds_stream` for bytes that must arrive and don't.
-    void read(void* data, std::uint64_t size) {
-        if (excess() == 0) {
-            source_.read(data, size);
-        } else if (!source_.arrives(data, size)) {
-            throw length_exceeds_stream();
+    /// A count was read: elements that take `memory` bytes are to come.
+    void promise(std::uint64_t memory) {
+        bool const watched = !covered();
+        open_ += memory;
+        open_on_thread += memory;
+        if (!watched && !covered()) {
+            source_.watch();
         }
     }
 
+    /// An element of `memory` bytes has come.
+    void keep(std::uint64_t memory) {
+        open_ -= memory;
+        open_on_thread -= memory;
+    }
+
+    /// Whether all the elements that are to come may be missing, so that room for them may be taken ahead.
+    bool covered() const { return open_on_thread <= most_missing; }
+
+    /// Reads a number into a zero. Throws `length_exceeds_stream`, as `fill` does.
     template <class Number>
     void read_number(Number& number) {
-        if (excess() == 0) {
+        if (covered()) {
             source_.read(&number, sizeof number);
         } else if (!source_.number_arrives(number)) {
             throw length_exceeds_stream();
         }
     }
 
+    /// Fills an empty text or buffer with `length` bytes. What may be missing altogether is read by one call. The rest
+    /// of a longer one is read before it in steps, each as long as what has arrived.
+    template <class Buffer>
+    void fill(Buffer& buffer, std::uint64_t length) {
+        constexpr std::uint64_t first_step = std::uint64_t{64} << 10U;
+        if (length > most_missing) {
+            source_.watch();
+        }
+        while (length - buffer.size() > most_missing) {
+            std::uint64_t const arrived = buffer.size();
+            std::uint64_t const step = std::min(std::max(arrived, first_step), length - most_missing - arrived);
+            std::uint64_t const judged = std::max(step, source_.least_step());
+            if (!source_.arrives(extend(buffer, judged), judged)) {
+                throw length_exceeds_stream();
+            }
+        }
+        if (std::uint64_t const rest = length - buffer.size(); rest != 0) {
+            source_.read(extend(buffer, rest), rest);
+        }
+    }
+
 private:
-    static constexpr std::uint64_t most_missing = std::uint64_t{16} << 20U;  // bytes of memory
-    static constexpr std::uint64_t most_shared = std::uint64_t{512} << 10U;
+    // The room is exact: twice what is needed would be more than what has arrived accounts for.
+    template <class Buffer>
+    static void* extend(Buffer& buffer, std::uint64_t step) {
+        auto const before = buffer.size();
+        if (before + step > buffer.capacity()) {
+            Buffer larger;
+            larger.reserve(before + step);
+            larger.assign(buffer.begin(), buffer.end());
+            buffer.swap(larger);
+        }
+        buffer.resize(before + step);
+        return buffer.data() + before;
+    }
 
     Source& source_;
-    std::uint64_t open_ = 0;  // bytes of memory promised and not yet filled
-    std::uint64_t limit_ = most_missing;
+    std::uint64_t open_ = 0;  // bytes of memory promised to this operation
 };
 
 }  // namespace velum::detail

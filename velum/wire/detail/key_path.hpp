@@ -18,7 +18,8 @@ namespace velum::detail {
 template <class Key>
 class key_path {
 public:
-    void enter(Key key) { keys_.push_back(std::move(key)); }
+    /// Gives the new innermost key.
+    Key& enter(Key key = {}) { return keys_.emplace_back(std::move(key)); }
 
     /// Gives the innermost key back.
     Key leave() {

@@ -35,7 +35,7 @@ public:
 
     template <class Map>
     void read_map(Map& map) {
-        path_.explain(" - while reading map key: ", [&] { get(shape::map(), map); });
+        path_.explain(" - while reading map key: ", [&] { get(value_shape::map(), map); });
     }
 
 private:
@@ -43,8 +43,8 @@ private:
 
     void read_any(boost::any& value) {
         static constexpr auto decoders = [] {
-            std::array<decoder, highest_tag + 1> by_tag{};
-            catalogue::for_each([&by_tag]<class Row>(Row) { by_tag[Row::tag] = &decode<Row>; });
+            std::array<decoder, highest_value_tag + 1> by_tag{};
+            value_catalogue::for_each([&by_tag]<class Row>(Row) { by_tag[Row::tag] = &decode<Row>; });
             return by_tag;
         }();
         auto const tag = get_number<std::uint32_t>();
@@ -67,28 +67,28 @@ private:
     }
 
     template <class T>
-    void get(shape::block, T& value) {
+    void get(value_shape::block, T& value) {
         source_.read(&value, sizeof value);
     }
 
-    void get(shape::truth, bool& value) { value = get_number<std::uint32_t>() != 0; }
+    void get(value_shape::truth, bool& value) { value = get_number<std::uint32_t>() != 0; }
 
     template <class T>
-    void get(shape::triples, T& value) {
+    void get(value_shape::triples, T& value) {
         typename triples<T>::components components{};
         source_.read(components.data(), sizeof components);
         value = triples<T>::build(components.data());
     }
 
-    VELUM_LEAF void get(shape::text, std::string& text) { fill(text, get_number<std::uint32_t>()); }
+    VELUM_LEAF void get(value_shape::text, std::string& text) { arrivals_.fill(text, get_number<std::uint32_t>()); }
 
-    VELUM_LEAF void get(shape::text form, ustring& text) {
+    VELUM_LEAF void get(value_shape::text form, ustring& text) {
         std::string read;
         get(form, read);
         text = ustring(read);
     }
 
-    VELUM_LEAF void get(shape::bytes, byte_vector& bytes) {
+    VELUM_LEAF void get(value_shape::bytes, byte_vector& bytes) {
         // Above this the allocator is asked for all of it at once, to refuse it or not.
         constexpr std::uint64_t hopeless = std::uint64_t{1} << 40U;
         auto const length = get_number<std::uint64_t>();
@@ -98,11 +98,11 @@ private:
         if (length > hopeless) {
             bytes.reserve(length);
         }
-        fill(bytes, length);
+        arrivals_.fill(bytes, length);
     }
 
     template <class Map>
-    void get(shape::map, Map& map) {
+    void get(value_shape::map, Map& map) {
         stack_guard::level const level(stack_);
         for (auto count = get_number<std::uint32_t>(); count != 0; --count) {
             enter_key();
@@ -112,44 +112,38 @@ private:
         }
     }
 
-    VELUM_LEAF void enter_key() {
-        std::string key;
-        get(shape::text(), key);
-        path_.enter(std::move(key));
-    }
+    VELUM_LEAF void enter_key() { get(value_shape::text(), path_.enter()); }
 
     template <class Map>
     VELUM_LEAF void store(Map& map, boost::any& value) {
         map.insert_or_assign(typename Map::key_type(path_.leave()), std::move(value));
     }
 
-    // Room is taken as the maps arrive, or ahead where all of them may be missing.
+    // Room is taken as the maps arrive, and at last for all that may be missing.
     template <class Map>
-    void get(shape::maps, std::vector<Map>& maps) {
+    void get(value_shape::maps, std::vector<Map>& maps) {
         auto const count = get_number<std::uint32_t>();
-        typename arrivals<Source>::promise const promise(arrivals_, std::uint64_t{count} * sizeof(Map));
+        arrivals_.promise(std::uint64_t{count} * sizeof(Map));
+        maps.reserve(std::min<std::size_t>(count, 8));
         while (maps.size() != count) {
-            if (arrivals_.excess() == 0) {
+            if (maps.size() == maps.capacity() && maps.size() * sizeof(Map) >= ahead && arrivals_.covered()) {
                 maps.reserve(count);
             }
-            get(shape::map(), maps.emplace_back());
+            get(value_shape::map(), maps.emplace_back());
             arrivals_.keep(sizeof(Map));
         }
     }
 
-    void get(shape::values, std::vector<boost::any>& values) {
+    void get(value_shape::values, std::vector<boost::any>& values) {
         stack_guard::level const level(stack_);
         auto const count = get_number<std::uint32_t>();
-        typename arrivals<Source>::advance const ahead(arrivals_, std::uint64_t{count} * sizeof(boost::any));
-        if (ahead.granted()) {
-            values.reserve(count);
-        }
+        values.reserve(std::min<std::size_t>(count, 16));
         while (values.size() != count) {
             read_any(values.emplace_back());
         }
     }
 
-    void get(shape::object, iptr<i_unknown_t>& object) { source_.read_object(object); }
+    void get(value_shape::object, iptr<i_unknown_t>& object) { source_.read_object(object); }
 
     template <class Number>
     Number get_number() {
@@ -158,33 +152,7 @@ private:
         return value;
     }
 
-    // What may be missing altogether is read by one call. The rest of a longer text is read before it in steps, each as
-    // long as what has arrived, so that the memory follows it.
-    template <class Buffer>
-    void fill(Buffer& buffer, std::uint64_t length) {
-        constexpr std::uint64_t first_step = std::uint64_t{64} << 10U;
-        typename arrivals<Source>::promise const promise(arrivals_, length);
-        while (buffer.size() != length) {
-            std::uint64_t const left = length - buffer.size();
-            std::uint64_t const excess = arrivals_.excess();
-            std::uint64_t const step = std::max<std::uint64_t>(buffer.size(), first_step);
-            append(buffer, excess == 0 ? left : std::min({left, excess, step}));
-        }
-    }
-
-    template <class Buffer>
-    void append(Buffer& buffer, std::uint64_t step) {
-        std::size_t const before = buffer.size();
-        if (before + step > buffer.capacity()) {
-            Buffer larger;
-            larger.reserve(before + step);
-            larger.assign(buffer.begin(), buffer.end());
-            buffer.swap(larger);
-        }
-        buffer.resize(before + step);
-        arrivals_.read(buffer.data() + before, step);
-        arrivals_.keep(step);
-    }
+    static constexpr std::size_t ahead = std::size_t{64} << 10U;  // bytes
 
     Source& source_;
     stack_guard stack_{stack_guard::reserve::for_reading};

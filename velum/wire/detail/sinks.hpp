@@ -30,7 +30,8 @@ private:
 
 class serializer_sink {
 public:
-    explicit serializer_sink(iptr<i_serializer_t> const& s) : serializer_(*s) {}
+    explicit serializer_sink(iptr<i_serializer_t> const& s)
+        : serializer_(s ? *s : throw std::runtime_error("serializer is null")) {}
 
     void write(void const* data, std::size_t size) {
         serializer_.write(static_cast<char const*>(data), static_cast<long long>(size));

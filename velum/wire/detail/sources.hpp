@@ -5,10 +5,8 @@
 #include <velum/core/iptr.hpp>
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <istream>
-#include <iterator>
 #include <stdexcept>
 
 namespace velum::detail {
@@ -16,7 +14,8 @@ namespace velum::detail {
 // Where a reader's bytes come from: one for each route.
 //
 // `read` leaves alone what doesn't arrive. `arrives` and `number_arrives` read too, into zeros, and tell whether all of
-// it came; `watch` is called before a row of such reads.
+// it came; `watch` is called before a row of such reads, and `least_step` is the least number of bytes that `arrives`
+// can judge.
 
 class stream_source {
 public:
@@ -25,6 +24,7 @@ public:
     void read(void* data, std::uint64_t size) { arrives(data, size); }
 
     void watch() {}
+    std::uint64_t least_step() const { return 1; }
 
     bool arrives(void* data, std::uint64_t size) {
         auto const count = static_cast<std::streamsize>(size);
@@ -45,35 +45,51 @@ private:
     std::basic_istream<char>& stream_;
 };
 
-/// A serializer doesn't say what arrived. Its position does, since a stream that ended has none any more. Where there
-/// is no position from the start, be it that the stream can't seek or that it ended in the very length that promised so
-/// much, what was in the memory before stands there after a read that brought nothing.
+/// A serializer doesn't say what arrived. Its position does, where it moves with every read: a stream that ended has
+/// none any more. Without one, what was in the memory before is still there after a read that brought nothing.
 class serializer_source {
 public:
-    explicit serializer_source(iptr<i_serializer_t> const& s) : serializer_(*s) {}
+    explicit serializer_source(iptr<i_serializer_t> const& s)
+        : serializer_(s ? *s : throw std::runtime_error("serializer is null")) {}
 
     void read(void* data, std::uint64_t size) {
         serializer_.read(static_cast<char*>(data), static_cast<long long>(size));
     }
 
     void watch() { position_ = serializer_.tell(); }
+    std::uint64_t least_step() const { return position_ < 0 ? probe : 1; }
 
     bool arrives(void* data, std::uint64_t size) {
         if (position_ < 0) {
-            return overwrites(static_cast<unsigned char*>(data), size);
+            return is_probed(static_cast<unsigned char*>(data), size);
         }
         read(data, size);
-        return has_moved(size);
+        long long const before = position_;
+        watch();
+        bool const ended = position_ < 0;
+        if (position_ != before + static_cast<long long>(size)) {
+            position_ = unknown;
+        }
+        return !ended;
     }
 
-    // A number that isn't zero has come, so the stream need not be asked.
+    // A number that isn't zero has come. Without a position an odd number stands for one that hasn't: whatever it is
+    // taken for, it leads to a text that is too long to be missing.
     template <class Number>
     bool number_arrives(Number& number) {
-        if (position_ < 0) {
-            return arrives(&number, sizeof number);
-        }
+        bool const is_known = position_ >= 0;
+        number = is_known ? 0 : static_cast<Number>(0x55AA55AA55AA55AA);
         read(&number, sizeof number);
-        return number != 0 || has_moved(sizeof number);
+        if (number != 0 || !is_known) {
+            return true;
+        }
+        long long const before = position_;
+        watch();
+        bool const ended = position_ < 0;
+        if (position_ <= before) {
+            position_ = unknown;
+        }
+        return !ended;
     }
 
     void read_object(iptr<i_unknown_t>& object) {
@@ -83,25 +99,25 @@ public:
     }
 
 private:
-    bool has_moved(std::uint64_t size) {
-        long long const before = position_;
-        watch();
-        return position_ >= before && static_cast<std::uint64_t>(position_ - before) >= size;
-    }
+    static constexpr long long unknown = -1;
+    static constexpr std::uint64_t probe = 16;  // bytes
 
-    bool overwrites(unsigned char* bytes, std::uint64_t size) {
-        // No length or count is likely to have these bytes, and 16 such bytes no text.
-        static constexpr unsigned char mark[] = {0xE7, 0x5B, 0x9C, 0xF1, 0xA4, 0x3D, 0xC8, 0xB6,
-                                                 0x92, 0xEF, 0x6A, 0xD3, 0xBB, 0x84, 0xF9, 0xC5};
-        bool const telling = size >= sizeof(std::uint32_t);
-        auto const length = static_cast<std::ptrdiff_t>(std::min<std::uint64_t>(telling ? size : 0, std::size(mark)));
-        std::copy_n(mark, length, bytes);
-        read(bytes, size);
-        return !telling || !std::equal(bytes, bytes + length, mark);
+    // Single bytes come or don't. One that isn't what it was has come, and the rest may.
+    bool is_probed(unsigned char* bytes, std::uint64_t size) {
+        for (std::uint64_t i = 0; i < probe; ++i) {
+            unsigned char const before = i % 2 == 0 ? 0xAA : 0x55;
+            bytes[i] = before;
+            read(bytes + i, 1);
+            if (bytes[i] != before) {
+                read(bytes + i + 1, size - i - 1);
+                return true;
+            }
+        }
+        return false;
     }
 
     i_serializer_t& serializer_;
-    long long position_ = -1;
+    long long position_ = unknown;
 };
 
 }  // namespace velum::detail

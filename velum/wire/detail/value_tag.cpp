@@ -13,7 +13,8 @@ using tag_table = std::unordered_map<ustring, int>;
 
 tag_table make_value_tag_table() {
     tag_table tags;
-    catalogue::for_each([&tags]<class Row>(Row) { tags.emplace(type_key(typeid(typename Row::type)), Row::tag); });
+    value_catalogue::for_each(
+        [&tags]<class Row>(Row) { tags.emplace(type_key(typeid(typename Row::type)), Row::tag); });
     return tags;
 }
 

@@ -34,7 +34,7 @@ public:
 
     template <class Map>
     void write_map(Map const& map) {
-        path_.explain(" - while writing map key: ", [&] { put(shape::map(), map); });
+        path_.explain(" - while writing map key: ", [&] { put(value_shape::map(), map); });
     }
 
 private:
@@ -42,8 +42,8 @@ private:
 
     void write_any(boost::any const& value) {
         static constexpr auto encoders = [] {
-            std::array<encoder, highest_tag + 1> by_tag{};
-            catalogue::for_each([&by_tag]<class Row>(Row) { by_tag[Row::tag] = &encode<Row>; });
+            std::array<encoder, highest_value_tag + 1> by_tag{};
+            value_catalogue::for_each([&by_tag]<class Row>(Row) { by_tag[Row::tag] = &encode<Row>; });
             return by_tag;
         }();
         encoders[static_cast<std::size_t>(value_tag(value))](*this, value);
@@ -59,51 +59,51 @@ private:
     }
 
     template <class T>
-    void put(shape::block, T const& value) {
+    void put(value_shape::block, T const& value) {
         sink_.write(&value, sizeof value);
     }
 
-    void put(shape::truth, bool value) { put_number(std::uint32_t{value}); }
+    void put(value_shape::truth, bool value) { put_number(std::uint32_t{value}); }
 
     template <class T>
-    void put(shape::triples, T const& value) {
+    void put(value_shape::triples, T const& value) {
         auto const components = triples<T>::gather(value);
         sink_.write(components.data(), sizeof components);
     }
 
     template <class Text>
-    void put(shape::text, Text const& text) {
+    void put(value_shape::text, Text const& text) {
         std::string_view const chars = view(text);
         put_number(count_of(chars.size()));
         put_bytes(chars.data(), chars.size());
     }
 
-    void put(shape::bytes, byte_vector const& bytes) {
+    void put(value_shape::bytes, byte_vector const& bytes) {
         put_number(std::uint64_t{bytes.size()});
         put_bytes(bytes.data(), bytes.size());
     }
 
     template <class Map>
-    void put(shape::map, Map const& map) {
+    void put(value_shape::map, Map const& map) {
         stack_guard::level const level(stack_);
         put_number(count_of(map.size()));
         for (auto const& [key, value] : map) {
             path_.enter(view(key));
-            put(shape::text(), key);
+            put(value_shape::text(), key);
             write_any(value);
             path_.leave();
         }
     }
 
     template <class Map>
-    void put(shape::maps, std::vector<Map> const& maps) {
+    void put(value_shape::maps, std::vector<Map> const& maps) {
         put_number(count_of(maps.size()));
         for (Map const& map : maps) {
-            put(shape::map(), map);
+            put(value_shape::map(), map);
         }
     }
 
-    void put(shape::values, std::vector<boost::any> const& values) {
+    void put(value_shape::values, std::vector<boost::any> const& values) {
         stack_guard::level const level(stack_);
         put_number(count_of(values.size()));
         for (boost::any const& value : values) {
@@ -111,7 +111,7 @@ private:
         }
     }
 
-    void put(shape::object, iptr<i_unknown_t> const& object) { sink_.write_object(object); }
+    void put(value_shape::object, iptr<i_unknown_t> const& object) { sink_.write_object(object); }
 
     template <class Number>
     void put_number(Number value) {
@@ -126,9 +126,9 @@ private:
 
     template <class Shape, class T>
     static void check_count(Shape, T const& held) {
-        if constexpr (std::is_same_v<Shape, shape::text>) {
+        if constexpr (std::is_same_v<Shape, value_shape::text>) {
             count_of(view(held).size());
-        } else if constexpr (is_any_of<Shape, shape::map, shape::maps, shape::values>) {
+        } else if constexpr (is_any_of<Shape, value_shape::map, value_shape::maps, value_shape::values>) {
             count_of(held.size());
         }
     }

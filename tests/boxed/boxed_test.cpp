@@ -1,0 +1,80 @@
+#include "support/bytes.hpp"
+#include "support/failure.hpp"
+#include "support/memory_serializer.hpp"
+
+#include <velum/velum.hpp>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+using namespace velum;
+using support::from_hex;
+
+iptr<i_serializable_t> stored(auto const& object) {
+    return {object, iid_serializable};
+}
+
+std::string written(auto const& object) {
+    iptr<support::memory_serializer> const s(new support::memory_serializer);
+    stored(object)->serialize_obj(s.get());
+    stored(object)->serialize(s.get());
+    return s->bytes;
+}
+
+// The version in front of a state is read and means nothing.
+void read_any_version(auto const& object, char const* version, std::string const& body) {
+    iptr<support::memory_serializer> const s(new support::memory_serializer(from_hex(version) + body + "behind"));
+    stored(object)->deserialize(s.get());
+    EXPECT_EQ(s->position, 4 + body.size());
+}
+
+TEST(boxed, states_have_these_bytes_in_both_directions) {
+    std::string const entry = from_hex("01000000 01000000 6b 03000000 05000000");
+    EXPECT_EQ(written(uany_map_obj_t::create({})), from_hex("00000100 00000000"));
+    EXPECT_EQ(written(uany_map_obj_t::create({{"k", 5}})), from_hex("00000100") + entry);
+    for (char const* const version : {"00000100", "ffffffff", "00000000"}) {
+        for (std::string const& text : {std::string(), std::string("a\0\xFF", 3)}) {
+            std::string const body = support::u32(text.size()) + text;
+            iptr<i_string_t> object;
+            EXPECT_TRUE(basic_string_t::create(nullptr, text, iid_string, &object));
+            EXPECT_EQ(written(object), from_hex("00000100") + body);
+            object->string() = "old content";
+            read_any_version(object, version, body);
+            EXPECT_EQ(object->string(), text);
+        }
+        auto const object = uany_map_obj_t::create({{"k", 4}, {"kept", std::string("old")}});
+        read_any_version(object, version, entry);
+        ASSERT_EQ(object->map().size(), 2U) << "what is read is merged";
+        EXPECT_EQ(boost::any_cast<int>(object->map().at("k")), 5);
+        EXPECT_EQ(boost::any_cast<std::string>(object->map().at("kept")), "old");
+    }
+    EXPECT_EQ(support::failure_of([] {
+                  written(uany_map_obj_t::create({{"k", 'c'}}));
+              }),
+              "velum::unknown_type: unknown type in the any_map: unknown type in the any_map: char - while writing map "
+              "key: k");
+}
+
+TEST(boxed, classes_have_their_records) {
+    any_map const &described = basic_string_t::class_info, &record = uany_map_obj_t::_class_info;
+    EXPECT_TRUE(described.size() == 2 && record.size() == 3);
+    EXPECT_EQ(any_map_get<std::string>(described, "class_name"), "basic_string");
+    EXPECT_EQ(any_map_get<std::set<guid_t>>(described, "supported_interfaces"),
+              (std::set<guid_t>{iid_string, iid_serializable, iid_unknown}));
+    EXPECT_EQ(any_map_get<guid_t>(record, "clsid"), uany_map_obj_t::_clsid);
+    iptr<i_unknown_t> created, rebuilt, text;
+    EXPECT_TRUE(any_map_get<create_function_t>(record, "create_function")(nullptr, nullptr, iid_unknown, &created));
+    EXPECT_TRUE(any_map_get<deserialize_function_t>(record, "deserialize_function")(nullptr, nullptr, rebuilt));
+    EXPECT_TRUE(basic_string_t::create_function(nullptr, nullptr, iid_unknown, &text));
+    EXPECT_EQ(written(text), from_hex("00000100 00000000"));
+    EXPECT_EQ(stored(text)->clsid(), guid_t("43D4FF6A-038F-4d67-B193-8D21B14DA8BC"));
+    for (auto const& object : {created, rebuilt}) {
+        EXPECT_EQ(stored(object)->clsid(), uany_map_obj_t::_clsid);
+        EXPECT_EQ(written(object), from_hex("00000100 00000000"));
+    }
+}
+
+}  // namespace

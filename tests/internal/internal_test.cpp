@@ -1,0 +1,73 @@
+#include <velum/core/clsid_initializer.hpp>
+#include <velum/core/detail/class_ids.hpp>
+#include <velum/values/detail/published_index.hpp>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+
+namespace velum {
+extern guid_t const multi_object_factory_id;
+}
+
+namespace {
+
+using namespace velum;
+
+// Whichever file's statics come first: behind an instance the identifiers are there.
+clsid_initializer_t const instance;
+guid_t const copied_at_load = detail::clsid_basic_string;
+
+// A mark in the place of an identifier shows when the identifiers are set again: if the count of the instances came
+// down to 0 while some are left.
+TEST(class_ids, are_set_at_load_and_never_again) {
+    auto& id = const_cast<guid_t&>(detail::clsid_1);
+    guid_t const value = std::exchange(id, guid_t());
+    for (int i = 0; i < 20; ++i) {
+        clsid_initializer_t const copy(instance);
+        clsid_initializer_t assigned;
+        assigned = copy;
+    }
+    EXPECT_EQ(std::exchange(id, value), guid_t());
+    std::pair<guid_t const&, char const*> const rows[] = {
+        {detail::clsid_1, "{BFE2FAE0-7E57-4AD7-B8DB-2EC2147871C3}"},
+        {detail::clsid_2, "{9D58181B-F68E-4F62-9879-725725E60D4B}"},
+        {detail::clsid_3, "{1EF42B48-0596-488F-91DC-236D53BA5794}"},
+        {detail::clsid_4, "{9697A053-DE50-417B-855F-6173B37051DA}"},
+        {copied_at_load, "{43D4FF6A-038F-4D67-B193-8D21B14DA8BC}"},
+        {detail::clsid_basic_unknown_map, "{AD409247-FD65-4D5A-BC6B-90A224C55AEE}"},
+        {detail::clsid_uany_map_obj, "{2D4AF8B5-DD75-43FC-A053-411A316F2C99}"},
+        {multi_object_factory_id, "{5107CBDF-4A51-41A4-B489-78E62F7BD2DC}"},
+    };
+    for (auto const& [constant, text] : rows) {
+        EXPECT_EQ(constant.string(), text);
+    }
+}
+
+// Ways to choose the hash of an entry, and how many of 5000 entries must be found again by it. Whatever is found is
+// right; what hashes to one place too often may be missing.
+TEST(published_index, finds_entries_through_collisions_and_growth) {
+    std::pair<std::size_t (*)(std::size_t), int> const rows[] = {
+        {[](std::size_t i) { return i; }, 5000},
+        {[](std::size_t i) { return i / 10 * 0x9E3779B97F4A7C15U; }, 3000},
+        {[](std::size_t i) { return -i - 1; }, 5000},  // around the end of the table
+        {[](std::size_t) { return std::size_t{7}; }, 16},
+    };
+    for (auto const& [hash, least] : rows) {
+        detail::published_index<std::size_t> tested;
+        std::deque<std::size_t> entries;  // which stay where they are
+        for (std::size_t i = 0; i < 5000; ++i) {
+            EXPECT_EQ(tested.find(hash(i), [i](std::size_t entry) { return entry == i; }), nullptr);
+            tested.add(hash(i), entries.emplace_back(i));
+        }
+        int found = 0;
+        for (auto const& entry : entries) {
+            auto const* const known = tested.find(hash(entry), [&](std::size_t other) { return other == entry; });
+            EXPECT_TRUE(known == nullptr || known == &entry);
+            found += known != nullptr ? 1 : 0;
+        }
+        EXPECT_GE(found, least);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,83 @@
+#include "support/bytes.hpp"
+#include "support/failure.hpp"
+
+#include <velum/velum.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+using ivec3 = math::vec<int, 3, math::use_simd_tag>;
+using vec2 = math::vec<float, 2, math::use_simd_tag>;
+using vec3 = math::vec<float, 3, math::use_simd_tag>;
+using quat = math::quat<float>;
+using column = tessa::mat<double, 3, 1>;
+using space = velum::linear_space3;
+using affine = velum::affine_space3;
+
+template <std::size_t Alignment, class T>
+void expect_lanes(T const& value, std::string const& lanes) {
+    static_assert(std::is_trivially_copyable_v<T> && alignof(T) == Alignment);
+    T const zero;
+    EXPECT_EQ(std::string(reinterpret_cast<char const*>(&value), sizeof value), lanes) << typeid(T).name();
+    EXPECT_EQ(std::string(reinterpret_cast<char const*>(&zero), sizeof zero), std::string(sizeof zero, '\0'));
+}
+
+TEST(math, values_lie_in_memory_as_stored_documents_need) {
+    using support::stored;
+    space const s(vec3(1, 2, 3), vec3(4, 5, 6), vec3(7, 8, 9));
+    expect_lanes<4>(vec2(1, 2), stored(1.F, 2));
+    expect_lanes<16>(ivec3(1, 2, 3), stored(1, 2, 3, 3));
+    expect_lanes<4>(quat(1, 2, 3, 4), stored(1.F, 2, 3, 4));
+    expect_lanes<8>(column(1, 2, 3), stored(1., 2, 3));
+    expect_lanes<16>(affine(s, vec3(0, 1, 2)), stored(1.F, 2, 3, 3, 4, 5, 6, 6, 7, 8, 9, 9, 0, 1, 2, 2));
+    EXPECT_TRUE(s[2][1] == 8 && column(1, 2, 3)[2] == 3 && quat(1, 2, 3, 4)[3] == 4);
+}
+
+// The first unequal component decides; a NaN is unequal to all and leaves the values without an order.
+template <class T>
+void expect_order(T const& a, T const& b, bool less) {
+    EXPECT_TRUE((a < b) == less && !(b < a) && a != b && b != a) << typeid(T).name();
+}
+
+TEST(math, the_first_unequal_component_decides) {
+    float const nan = std::numeric_limits<float>::quiet_NaN();
+    vec3 const low(0, 0, 1), high(0, 0, 2), broken(0, nan, 0);
+    space const lows(low, low, low);
+    expect_order(ivec3(1, -2, 9), ivec3(1, 2, 3), true);
+    expect_order(quat(1, 2, 3, 4), quat(1, 2, 3, 5), true);
+    expect_order(column(1, 2, 9), column(1, 3, 0), true);
+    expect_order(space(low, low, high), space(low, high, low), true);
+    expect_order(affine(lows, high), affine(space(low, low, high), low), true);
+    expect_order(affine(lows, low), affine(lows, high), true);
+    expect_order(vec3(1, nan, 1), vec3(1, nan, 2), false);
+    expect_order(vec3(1, nan, 9), vec3(2, 1, 1), true);
+    expect_order(space(low, broken, low), space(low, low, high), false);
+    expect_order(affine(lows, broken), affine(lows, high), false);
+    expect_order(affine(space(broken, low, low), low), affine(lows, high), true);  // the origins decide
+    vec3 other = low;
+    std::memcpy(reinterpret_cast<char*>(&other) + 12, &nan, 4);
+    EXPECT_EQ(other, low) << "the fourth lane of three takes no part";
+    EXPECT_EQ(vec2(0.0F, 1), vec2(-0.0F, 1));
+}
+
+// Filled to the last byte and released; the address sanitizer sees what goes beside.
+TEST(aligned_allocator, blocks_begin_at_multiples_and_are_released) {
+    sys::aligned_allocator<double, 64> allocator;
+    for (std::size_t n = 0; n < 200; ++n) {
+        double* const block = allocator.allocate(n);
+        std::uint32_t distance = 0;
+        std::memcpy(&distance, reinterpret_cast<char const*>(block) - sizeof distance, sizeof distance);
+        EXPECT_TRUE(distance >= 5 && distance <= 68 && reinterpret_cast<std::uintptr_t>(block) % 64 == 0) << distance;
+        std::fill_n(block, n, 1.);
+        allocator.deallocate(block, n);
+    }
+    std::size_t const most = std::numeric_limits<std::size_t>::max();
+    for (std::size_t const volatile n : {most, most / 2, most / 8, most / 8 - 7, most / 8 + 1}) {
+        EXPECT_EQ(support::failure_of([&] { allocator.allocate(n); }), "std::runtime_error: memory allocation failed");
+    }
+}
+
+}  // namespace

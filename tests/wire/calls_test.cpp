@@ -1,0 +1,96 @@
+#include "wire/route.hpp"
+
+#include <velum/velum.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <istream>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace support;
+using velum::any_map;
+
+using sizes = std::vector<long long>;
+
+/// Counts the calls that transfer blocks.
+class counting_buffer : public std::stringbuf {
+public:
+    using std::stringbuf::stringbuf;
+    sizes blocks;
+
+protected:
+    std::streamsize xsputn(char const* data, std::streamsize size) override {
+        return blocks.push_back(size), std::stringbuf::xsputn(data, size);
+    }
+    std::streamsize xsgetn(char* data, std::streamsize size) override {
+        return blocks.push_back(size), std::stringbuf::xsgetn(data, size);
+    }
+};
+
+void expect_calls(any_map const& map, sizes const& expected) {
+    counting_buffer out;
+    std::ostream output(&out);
+    velum::write(output, map);
+    EXPECT_EQ(out.blocks, expected);
+    counting_buffer in(out.str());
+    std::istream input(&in);
+    any_map back;
+    velum::read(input, back);
+    EXPECT_EQ(in.blocks, expected);
+
+    velum::iptr<memory_serializer> const s(new memory_serializer);
+    velum::write(s.get(), map);
+    EXPECT_EQ(s->blocks, expected);
+    EXPECT_EQ(s->calls.size(), 1U) << "write, and no other call";
+    s->rewind();
+    velum::read(s.get(), back);
+    EXPECT_EQ(s->blocks, expected);
+    EXPECT_EQ(s->calls.size(), 1U) << "tell is for lengths beyond reason";
+}
+
+TEST(calls, one_field_is_one_call) {
+    math::vec<float, 3, math::use_simd_tag> const v(1, 2, 3);
+    velum::linear_space3 const space(v, v, v);
+    expect_calls({{"a", std::string()},
+                  {"b", std::string("xyz")},
+                  {"c", true},
+                  {"d", tessa::mat<double, 4, 4>()},
+                  {"e", v},
+                  {"f", velum::affine_space3(space, v)},
+                  {"g", velum::guid_t()},
+                  {"h", std::vector<any_map>{{}, {{"in", 1}}}},
+                  {"i", velum::uany_map{{"", velum::ustring("name")}}},
+                  {"j", velum::byte_vector()},
+                  {"k", velum::byte_vector(300)},
+                  {"l", std::vector<boost::any>{space, std::vector<boost::any>()}}},
+                 {
+                     4,                // the number of entries; then length and bytes of a key, tag, fields
+                     4, 1, 4, 4,       // empty text
+                     4, 1, 4, 4,   3,  // text
+                     4, 1, 4, 4,       // truth
+                     4, 1, 4, 128,     // matrix
+                     4, 1, 4, 12,      // vector of three
+                     4, 1, 4, 48,      // four of them
+                     4, 1, 4, 16,      // identifier
+                     4, 1, 4, 4,   4,   4,  4, 2, 4, 4,  // vector of an empty map and another
+                     4, 1, 4, 4,   4,   4,  4, 4,        // map with the empty key and an interned text
+                     4, 1, 4, 8,                         // empty buffer
+                     4, 1, 4, 8,   300,                  // buffer
+                     4, 1, 4, 4,   4,   36, 4, 4,        // vector of a linear space and an empty vector
+                 });
+}
+
+TEST(calls, sixteen_mebibytes_are_one_call_wherever_they_stand) {
+    constexpr long long most = 16LL << 20;
+    std::string const text(most, 't');
+    expect_calls({{"k", velum::byte_vector(most)}}, {4, 4, 1, 4, 8, most});
+    expect_calls({{text, 1}}, {4, 4, most, 4, 4});
+    expect_calls({{"k", std::vector<any_map>{{{"t", text}}}}}, {4, 4, 1, 4, 4, 4, 4, 1, 4, 4, most});
+}
+
+}  // namespace

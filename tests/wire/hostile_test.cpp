@@ -1,0 +1,207 @@
+#include "support/bytes.hpp"
+#include "wire/route.hpp"
+
+#include <velum/velum.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <limits>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include <malloc.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace support;
+using velum::any_map;
+using velum::uany_map;
+
+static_assert(std::is_base_of_v<std::bad_alloc, velum::length_exceeds_stream>);
+
+constexpr std::size_t mebibyte = std::size_t{1} << 20U;
+constexpr std::size_t most_missing = 16 * mebibyte;
+std::string const too_long = "velum::length_exceeds_stream: length exceeds the stream";
+std::string const no_memory = "std::runtime_error: memory allocation failed";
+std::string const p = "unknown type in the any_map: ";
+std::string const r = " - while reading map key: ";
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool sanitized = true;
+#elif defined(__has_feature)
+constexpr bool sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+#else
+constexpr bool sanitized = false;
+#endif
+
+/// While it exists, the process gets no more than `size` bytes of memory in addition to what it has. The sanitizers,
+/// which have their own ways with memory, go without.
+class memory_limit {
+public:
+    explicit memory_limit(std::size_t size) {
+        getrlimit(RLIMIT_AS, &before_);
+        malloc_trim(0);  // what the heap keeps would come on top
+        rlimit limited = before_;
+        std::ifstream("/proc/self/statm") >> limited.rlim_cur;
+        limited.rlim_cur = limited.rlim_cur * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + size;
+        if (!sanitized) {
+            EXPECT_EQ(setrlimit(RLIMIT_AS, &limited), 0);
+        }
+    }
+    memory_limit(memory_limit const&) = delete;
+    memory_limit& operator=(memory_limit const&) = delete;
+    ~memory_limit() { setrlimit(RLIMIT_AS, &before_); }
+
+private:
+    rlimit before_{};
+};
+
+std::string u64(std::uint64_t number) {
+    return stored(number);
+}
+
+class hostile : public by_route {
+protected:
+    // The bytes must be there before the limit is, and a copy of them in the stream counts as ours.
+    static std::string failure_within(std::size_t memory, std::string const& bytes) {
+        any_map plain;
+        uany_map interned;
+        memory_limit const limit(memory + bytes.size());
+        std::string const failure = read(bytes, plain).failure;
+        EXPECT_EQ(read(bytes, interned).failure, failure);
+        EXPECT_TRUE(plain.empty() && interned.empty());
+        return failure;
+    }
+};
+INSTANTIATE_TEST_SUITE_P(on, hostile, both_routes(), route_name);
+
+TEST_P(hostile, promises_take_no_memory) {
+    std::string const four_gib = u32(0xFFFFFFFF), tib = u64(std::uint64_t{1} << 40U);
+    std::string deep_maps, deep_values;
+    for (int level = 0; level < 1000; ++level) {
+        deep_maps += u32(1) + u32(0) + u32(41) + u32(349000);
+        deep_values += u32(46) + u32(2000000);
+    }
+    std::string const no_tag = "velum::unknown_type: " + p + p + "type_id<0>" + r + "k";
+    struct {
+        char const* of;
+        std::string body;
+        std::string failure;
+    } const rows[] = {
+        {"a text", body_of("k", 1, four_gib + "abc"), too_long},
+        {"an interned text", body_of("k", 42, four_gib + "abc"), too_long},
+        {"a key", u32(1) + four_gib + "abc", too_long},
+        {"a key in the 40th map", body_of("k", 41, u32(40) + std::string(39 * 4, '\0') + u32(1) + four_gib), too_long},
+        {"1 TiB", body_of("k", 45, tib + "abc"), too_long},
+        {"1 TiB, the count cut short", body_of("k", 45, tib.substr(0, 6)), too_long},
+        {"more than 1 TiB", body_of("k", 45, u64((std::uint64_t{1} << 40U) + 1) + "abc"), no_memory},
+        {"2^63-1 bytes", body_of("k", 45, u64(std::numeric_limits<std::int64_t>::max())), no_memory},
+        {"2^63 bytes", body_of("k", 45, u64(std::uint64_t{1} << 63U)), "std::length_error: vector too long"},
+        {"4 billion maps", body_of("k", 41, four_gib), too_long},
+        {"4 billion maps, the count cut short", body_of("k", 41, four_gib.substr(0, 3)), too_long},
+        {"4 billion interned maps, some of them there", body_of("k", 44, four_gib + std::string(4000, '\0')), too_long},
+        {"4 billion values", body_of("k", 46, four_gib), no_tag},
+        {"16 GB of maps in all", deep_maps, too_long},
+        {"16 GB of values in all", u32(1) + u32(1) + "k" + deep_values, no_tag},
+    };
+    for (auto const& [of, body, failure] : rows) {
+        EXPECT_EQ(failure_within(40 * mebibyte, body), failure) << of;
+    }
+}
+
+// Of 4 GiB promised a part arrives: the memory in use may be three times as much.
+TEST_P(hostile, memory_follows_what_has_arrived) {
+    std::size_t const part = 24 * mebibyte;
+    for (std::string const& head :
+         {body_of("k", 1, u32(0xFFFFFFFF)), u32(1) + u32(0xFFFFFFFF), body_of("k", 45, u64(std::uint64_t{1} << 40U))}) {
+        EXPECT_EQ(failure_within(17 * mebibyte + 3 * part, head + std::string(part, 'x')), too_long);
+    }
+}
+
+struct cut_short {
+    std::size_t promised;
+    std::size_t arrived;
+    bool is_read;
+};
+
+TEST_P(hostile, sixteen_mebibytes_of_a_text_or_buffer_may_be_missing) {
+    for (auto const& [promised, arrived, is_read] : {cut_short{most_missing, 0, true},
+                                                     {most_missing + 1, 0, false},
+                                                     {most_missing + 5, 5, true},
+                                                     {most_missing + 5, 4, false},
+                                                     {40 * mebibyte, 24 * mebibyte, true},
+                                                     {40 * mebibyte, 24 * mebibyte - 1, false}}) {
+        std::string const there(arrived, 'x'), text = there + std::string(promised - arrived, '\0');
+        any_map const texts{{"k", text}}, buffers{{"k", velum::byte_vector(text.begin(), text.end())}};
+        any_map map;
+        EXPECT_EQ(read(body_of("k", 1, u32(promised) + there), map).failure, is_read ? "" : too_long) << promised;
+        EXPECT_TRUE(same_map(map, is_read ? texts : any_map()));
+        map.clear();
+        EXPECT_EQ(read(body_of("k", 45, u64(promised) + there), map).failure, is_read ? "" : too_long) << promised;
+        EXPECT_TRUE(same_map(map, is_read ? buffers : any_map()));
+    }
+}
+
+TEST_P(hostile, maps_worth_sixteen_mebibytes_may_be_missing) {
+    constexpr std::size_t most = most_missing / sizeof(any_map);
+    for (auto const& [promised, arrived, is_read] : {cut_short{most, 0, true},
+                                                     {most + 1, 0, false},
+                                                     {400000, 400000 - most, true},
+                                                     {400000, 400000 - most - 1, false}}) {
+        std::string there;
+        any_map expected;
+        std::vector<uany_map> maps(is_read ? promised : 0);
+        for (std::size_t i = 0; i < arrived; ++i) {
+            there += i % 1000 == 0 ? body_of("in", 2, u32(1)) : u32(0);
+            is_read&& i % 1000 == 0 ? void(maps[i]["in"] = true) : void();
+        }
+        is_read ? void(expected["k"] = maps) : void();
+        any_map map;
+        EXPECT_EQ(read(body_of("k", 44, u32(promised) + there), map).failure, is_read ? "" : too_long) << arrived;
+        EXPECT_TRUE(same_map(map, expected));
+    }
+}
+
+TEST_P(hostile, a_text_may_be_short_within_a_vector) {
+    std::string const missing(most_missing, '\0');
+    any_map map;
+    EXPECT_EQ(read(body_of("k", 41, u32(3) + body_of("in", 1, u32(most_missing))), map).failure, "");
+    EXPECT_TRUE(same_map(map, {{"k", std::vector<any_map>{{{"in", missing}}, {}, {}}}}));
+}
+
+any_map large_document() {
+    std::string text(40 * mebibyte, 'a');
+    velum::byte_vector buffer(21 * mebibyte);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        text[i] = static_cast<char>(i * 7 + i / 4093);
+        buffer[i % buffer.size()] = static_cast<unsigned char>(i * 11);
+    }
+    std::vector<any_map> maps(400000);
+    maps[399999] = maps[17] = {{"in", text.substr(0, 20 * mebibyte)}};
+    return {{"buffer", buffer}, {"maps", maps}, {"text", text}, {text.substr(0, 18 * mebibyte), 1}};
+}
+
+// Also where nobody knows the position.
+TEST(large, what_is_there_arrives) {
+    any_map const map = large_document();
+    any_map back;
+    EXPECT_EQ(read_by(route::stream, write_by(route::stream, map).bytes, back).failure, "");
+    EXPECT_TRUE(same_map(map, back));
+    velum::iptr<memory_serializer> const s(new memory_serializer);
+    velum::write(s.get(), map);
+    for (bool const can_seek : {true, false}) {
+        s->rewind();
+        s->can_seek = can_seek;
+        back.clear();
+        velum::read(s.get(), back);
+        EXPECT_TRUE(same_map(map, back));
+    }
+}
+
+}  // namespace

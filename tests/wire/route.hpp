@@ -1,0 +1,75 @@
+#pragma once
+
+#include "support/failure.hpp"
+#include "support/memory_serializer.hpp"
+
+#include <velum/wire/read.hpp>
+#include <velum/wire/write.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <sstream>
+#include <string>
+
+namespace support {
+
+enum class route { stream, serializer };
+
+struct written {
+    std::string bytes;
+    std::string failure;
+};
+
+struct outcome {
+    std::size_t consumed = 0;
+    std::string failure;
+};
+
+template <class Map>
+written write_by(route way, Map const& map) {
+    std::ostringstream stream;
+    velum::iptr<memory_serializer> const s(new memory_serializer);
+    std::string const failure =
+        failure_of([&] { way == route::stream ? velum::write(stream, map) : velum::write(s.get(), map); });
+    return {way == route::stream ? stream.str() : s->bytes, failure};
+}
+
+template <class Map>
+outcome read_by(route way, std::string const& bytes, Map& map) {
+    std::istringstream stream(bytes);
+    velum::iptr<memory_serializer> const s(new memory_serializer(bytes));
+    std::string const failure =
+        failure_of([&] { way == route::stream ? velum::read(stream, map) : velum::read(s.get(), map); });
+    auto const position = stream.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
+    return {way == route::stream ? static_cast<std::size_t>(position) : s->position, failure};
+}
+
+/// Whether two maps have the same stored form, which shows every type and every bit of every value but objects.
+template <class Map>
+bool same_map(Map const& a, Map const& b) {
+    return write_by(route::stream, a).bytes == write_by(route::stream, b).bytes;
+}
+
+/// The fixture of what must hold on both routes.
+class by_route : public testing::TestWithParam<route> {
+protected:
+    template <class Map>
+    static written write(Map const& map) {
+        return write_by(GetParam(), map);
+    }
+
+    template <class Map>
+    static outcome read(std::string const& bytes, Map& map) {
+        return read_by(GetParam(), bytes, map);
+    }
+};
+
+inline auto both_routes() {
+    return testing::Values(route::stream, route::serializer);
+}
+inline std::string route_name(testing::TestParamInfo<route> const& info) {
+    return info.param == route::stream ? "stream" : "serializer";
+}
+
+}  // namespace support
