@@ -141,6 +141,12 @@ TEST(serializer_route, a_failure_in_an_object_gets_the_keys_around_it) {
     EXPECT_EQ(failure_of([&] { velum::read(s.get(), back); }), unknown(p + p + p + "type_id<33>" + r + "in" + r + "o"));
 }
 
+TEST(serializer_route, refuses_to_be_null) {
+    any_map map;
+    EXPECT_EQ(failure_of([&] { velum::write(nullptr, map); }), "std::runtime_error: serializer is null");
+    EXPECT_EQ(failure_of([&] { velum::read(nullptr, map); }), "std::runtime_error: serializer is null");
+}
+
 // Whatever else goes wrong passes as it is, wherever it happens.
 TEST(serializer_route, what_the_serializer_throws_passes_unchanged) {
     any_map const map{{"a", anys{uany_map{{"b", std::string("c")}}}}};

@@ -204,4 +204,27 @@ TEST(large, what_is_there_arrives) {
     }
 }
 
+// Nor is anything there that nobody sent.
+TEST(hostile_serializer, fills_with_zeros_where_nobody_knows_the_position) {
+    velum::iptr<memory_serializer> const s(new memory_serializer(body_of("k", 1, u32(most_missing + 100) + "hello")));
+    s->can_seek = false;
+    any_map map;
+    EXPECT_EQ(failure_of([&] { velum::read(s.get(), map); }), "");
+    EXPECT_TRUE(same_map(map, {{"k", "hello" + std::string(most_missing + 95, '\0')}}));
+}
+
+// Objects within objects have 16 MiB together, not each its own.
+TEST(hostile_serializer, has_one_account_for_nested_objects) {
+    std::string bytes;
+    velum::iptr<memory_serializer> const s(new memory_serializer);
+    for (std::uint32_t level = 1; level <= 50; ++level) {
+        bytes += body_of("k", 41, u32(349525)) + body_of("o", 47, u32(level) + u32(0x00010000));
+        s->objects.emplace_back(velum::uany_map_obj_t::create({}), velum::iid_serializable);
+    }
+    s->bytes = bytes;
+    any_map map;
+    memory_limit const limit(40 * mebibyte);
+    EXPECT_EQ(failure_of([&] { velum::read(s.get(), map); }), too_long);
+}
+
 }  // namespace

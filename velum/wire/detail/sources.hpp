@@ -73,20 +73,19 @@ public:
         return !ended;
     }
 
-    // A number that isn't zero has come. Without a position an odd number stands for one that hasn't: whatever it is
-    // taken for, it leads to a text that is too long to be missing.
+    // A number that isn't zero has come, or isn't what was in its place before.
     template <class Number>
     bool number_arrives(Number& number) {
-        bool const is_known = position_ >= 0;
-        number = is_known ? 0 : static_cast<Number>(0x55AA55AA55AA55AA);
+        Number const before = position_ < 0 ? static_cast<Number>(0xD36AEF92C59DB1E7) : 0;
+        number = before;
         read(&number, sizeof number);
-        if (number != 0 || !is_known) {
-            return true;
+        if (number != before || before != 0) {
+            return number != before;
         }
-        long long const before = position_;
+        long long const start = position_;
         watch();
         bool const ended = position_ < 0;
-        if (position_ <= before) {
+        if (position_ <= start) {
             position_ = unknown;
         }
         return !ended;
@@ -102,13 +101,15 @@ private:
     static constexpr long long unknown = -1;
     static constexpr std::uint64_t probe = 16;  // bytes
 
-    // Single bytes come or don't. One that isn't what it was has come, and the rest may.
+    // Single bytes come or don't. One that isn't what was in its place before has come, and the rest may.
     bool is_probed(unsigned char* bytes, std::uint64_t size) {
+        static constexpr unsigned char before[] = {0xE7, 0x5B, 0x9C, 0xF1, 0xA4, 0x3D, 0xC8, 0xB6,
+                                                   0x92, 0xEF, 0x6A, 0xD3, 0xBB, 0x84, 0xF9, 0xC5};
+        static_assert(sizeof before == probe);
         for (std::uint64_t i = 0; i < probe; ++i) {
-            unsigned char const before = i % 2 == 0 ? 0xAA : 0x55;
-            bytes[i] = before;
+            bytes[i] = before[i];
             read(bytes + i, 1);
-            if (bytes[i] != before) {
+            if (bytes[i] != before[i]) {
                 read(bytes + i + 1, size - i - 1);
                 return true;
             }
