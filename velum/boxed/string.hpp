@@ -34,9 +34,9 @@ public:
 
     /// Member by member, the controlling unknown and the count included: only for objects that no `iptr` holds.
     basic_string_t(basic_string_t const&);
-    basic_string_t(basic_string_t&&);
+    basic_string_t(basic_string_t&&) noexcept;
     basic_string_t& operator=(basic_string_t const&);
-    basic_string_t& operator=(basic_string_t&&);
+    basic_string_t& operator=(basic_string_t&&) noexcept;
     ~basic_string_t() override;
 
     /// Makes a boxed string under the controlling unknown `outer`, or null, and asks it for `iid` into the slot `out`.

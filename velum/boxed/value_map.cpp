@@ -18,12 +18,12 @@ uany_map_obj_t::uany_map_obj_t() = default;
 uany_map_obj_t::uany_map_obj_t(uany_map const& map) : payload(map) {}
 
 uany_map_obj_t::uany_map_obj_t(uany_map_obj_t const&) = default;
-uany_map_obj_t::uany_map_obj_t(uany_map_obj_t&&) = default;
+uany_map_obj_t::uany_map_obj_t(uany_map_obj_t&&) noexcept = default;
 uany_map_obj_t& uany_map_obj_t::operator=(uany_map_obj_t const&) = default;
 uany_map_obj_t::~uany_map_obj_t() = default;
 
 // A map that is moved to itself would lose its entries.
-uany_map_obj_t& uany_map_obj_t::operator=(uany_map_obj_t&& other) {
+uany_map_obj_t& uany_map_obj_t::operator=(uany_map_obj_t&& other) noexcept {
     if (this != &other) {
         payload = std::move(other.payload);
         ref_count = other.ref_count;

@@ -31,9 +31,9 @@ class VELUM_API uany_map_obj_t : public flat_t<uany_map_obj_t, i_uany_map_t, i_s
 public:
     /// Member by member, the count included: only for objects that no `iptr` holds.
     uany_map_obj_t(uany_map_obj_t const&);
-    uany_map_obj_t(uany_map_obj_t&&);
+    uany_map_obj_t(uany_map_obj_t&&) noexcept;
     uany_map_obj_t& operator=(uany_map_obj_t const&);
-    uany_map_obj_t& operator=(uany_map_obj_t&&);
+    uany_map_obj_t& operator=(uany_map_obj_t&&) noexcept;
     ~uany_map_obj_t() override;
 
     /// A new object with a copy of `map`.

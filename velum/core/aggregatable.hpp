@@ -7,6 +7,7 @@
 #include <velum/core/unknown.hpp>
 
 #include <cstdint>
+#include <type_traits>
 #include <utility>
 
 namespace velum {
@@ -65,7 +66,7 @@ public:
         : payload(std::forward<Arguments>(arguments)...), outer(controlling) {}
 
     nested_t(nested_t const&) = default;
-    nested_t(nested_t&&) = default;
+    nested_t(nested_t&&) noexcept(std::is_nothrow_move_constructible_v<Payload>) = default;
     ~nested_t() override = default;
 
     // Members of standard types may lose their content when they are assigned to themselves.
@@ -77,7 +78,7 @@ public:
         return *this;
     }
 
-    nested_t& operator=(nested_t&& other) {
+    nested_t& operator=(nested_t&& other) noexcept(std::is_nothrow_move_assignable_v<Payload>) {
         if (this != &other) {
             payload = std::move(other.payload);
             outer = other.outer;

@@ -76,7 +76,7 @@ bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
 ///
 /// `Object` derives from `counted_t<Object, its interfaces...>`, befriends `object_access` and has
 /// - `std::int32_t ref_count = 0`, which starts at 0: the first `iptr` makes it 1,
-/// - `answers()`, which gives a `std::array` of `answer`.
+/// - `answers()`, which gives a `std::array` of `answer_t`.
 /// It must not put an `iptr` on itself in its constructor or destructor, since the count would pass 0 there.
 /// Writers of classes use it through `aggregatable_t` or `flat_t`.
 template <class Object, class... Interfaces>

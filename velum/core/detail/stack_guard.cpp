@@ -28,7 +28,7 @@ stack_bounds ask_system(std::uintptr_t here) {
         pthread_attr_destroy(&attributes);
         return bounds;
     }
-    constexpr rlim_t usual = 8 * 1024 * 1024;
+    constexpr rlim_t usual = rlim_t{8} * 1024 * 1024;
     rlimit limit{};
     getrlimit(RLIMIT_STACK, &limit);
     bounds.size = static_cast<std::size_t>(std::min(limit.rlim_cur, usual));
@@ -44,8 +44,9 @@ stack_bounds bounds_of_thread(std::uintptr_t here) {
     return bounds;
 }
 
-constexpr std::size_t least_room = 16 * 1024;    // for unwinding, and for the code of a stream
-constexpr std::size_t foreign_room = 32 * 1024;  // what an operation takes of a stack that isn't the thread's own
+constexpr std::size_t least_room = std::size_t{16} * 1024;  // for unwinding, and for the code of a stream
+constexpr std::size_t foreign_room =
+    std::size_t{32} * 1024;  // what an operation takes of a stack that isn't the thread's own
 
 /// The part of a foreign stack that the outermost operation on it may use.
 struct window {

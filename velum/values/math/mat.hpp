@@ -4,6 +4,7 @@
 
 #include <compare>
 #include <concepts>
+#include <cstddef>
 
 namespace tessa {
 
@@ -20,7 +21,7 @@ public:
 
     /// From all elements in storage order.
     template <std::convertible_to<T>... Elements>
-        requires(sizeof...(Elements) == R * C)
+        requires(sizeof...(Elements) == std::size_t{R} * C)
     constexpr mat(Elements... elements) : elements_{static_cast<T>(elements)...} {}
 
     /// The element at storage position `i`, from 0: that of row `i / C` and column `i % C`.

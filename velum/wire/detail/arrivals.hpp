@@ -21,7 +21,11 @@ class arrivals {
 public:
     static constexpr std::uint64_t most_missing = std::uint64_t{16} << 20U;  // bytes of memory
 
-    explicit arrivals(Source& source) : source_(source) {}
+    explicit arrivals(Source& source) : source_(source) {
+        if (!covered()) {
+            source_.watch();
+        }
+    }
     arrivals(arrivals const&) = delete;
     arrivals& operator=(arrivals const&) = delete;
     ~arrivals() { open_on_thread -= open_; }

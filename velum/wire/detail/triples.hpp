@@ -27,8 +27,9 @@ struct triples<linear_space3> {
 
     static components gather(linear_space3 const& space) {
         components all;
+        auto out = all.begin();
         for (int i = 0; i < linear_space3::size; ++i) {
-            std::ranges::copy(one::gather(space[i]), all.begin() + 3 * i);
+            out = std::ranges::copy(one::gather(space[i]), out).out;
         }
         return all;
     }
