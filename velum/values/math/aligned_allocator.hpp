@@ -48,7 +48,10 @@ public:
         std::free(result - distance);
     }
 
-    friend constexpr bool operator==(aligned_allocator const&, aligned_allocator const&) { return true; }
+    template <class U>
+    constexpr bool operator==(aligned_allocator<U, A> const&) const {
+        return true;
+    }
 
 private:
     // From the start of the block to the result: kept just below the result, so that `deallocate` finds the start.
