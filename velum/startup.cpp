@@ -3,11 +3,15 @@
 // elsewhere; whichever of them runs first, the class identifiers are there from then on.
 
 #include <velum/boxed/string.hpp>
+#include <velum/boxed/unknown_map.hpp>
 #include <velum/boxed/value_map.hpp>
 #include <velum/core/class_record.hpp>
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/detail/class_ids.hpp>
 #include <velum/core/interface_ids.hpp>
+#include <velum/factory/object_factory.hpp>
+#include <velum/serial/serializer.hpp>
+#include <velum/serial/stream.hpp>
 
 #include <set>
 
@@ -49,9 +53,34 @@ extern guid_t const multi_object_factory_id;
 guid_t const multi_object_factory_id("{5107CBDF-4A51-41a4-B489-78E62F7BD2DC}");
 
 // The records that describe a class list interface identifiers.
+any_map const basic_istream_t::class_info = {
+    {"class_name", std::string("basic_istream")},
+    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_istream}},
+};
+
+any_map const basic_object_factory_t::class_info = {
+    {"class_name", std::string("basic_object_factory")},
+    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_object_factory}},
+};
+
+any_map const basic_ostream_t::class_info = {
+    {"class_name", std::string("basic_ostream")},
+    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_ostream}},
+};
+
+any_map const basic_serializer_t::class_info = {
+    {"class_name", std::string("basic_serializer")},
+    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_serializer}},
+};
+
 any_map const basic_string_t::class_info = {
     {"class_name", std::string("basic_string")},
     {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_string, iid_serializable}},
+};
+
+any_map const basic_unknown_map_t::class_info = {
+    {"class_name", std::string("basic_unknown_map")},
+    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_unknown_map, iid_serializable}},
 };
 
 }  // namespace velum

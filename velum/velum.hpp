@@ -3,6 +3,7 @@
 // Everything public.
 
 #include <velum/boxed/string.hpp>
+#include <velum/boxed/unknown_map.hpp>
 #include <velum/boxed/value_map.hpp>
 #include <velum/core/aggregatable.hpp>
 #include <velum/core/api.hpp>
@@ -10,6 +11,7 @@
 #include <velum/core/class_record.hpp>
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/counted.hpp>
+#include <velum/core/destruction.hpp>
 #include <velum/core/flat.hpp>
 #include <velum/core/guid.hpp>
 #include <velum/core/i_serializable.hpp>
@@ -18,6 +20,10 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
+#include <velum/factory/i_object_factory.hpp>
+#include <velum/factory/object_factory.hpp>
+#include <velum/serial/serializer.hpp>
+#include <velum/serial/stream.hpp>
 #include <velum/values/any_map.hpp>
 #include <velum/values/catalogue.hpp>
 #include <velum/values/errors.hpp>

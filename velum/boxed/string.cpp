@@ -39,12 +39,12 @@ guid_t basic_string_t::basic_string_imp_t::clsid() const {
 void basic_string_t::basic_string_imp_t::serialize_obj(iptr<i_serializer_t> const&) const {}
 
 void basic_string_t::basic_string_imp_t::serialize(iptr<i_serializer_t> const& s) const {
-    detail::write_version_word(*s);
+    detail::write_version_word(s);
     s->write_string(payload);
 }
 
 void basic_string_t::basic_string_imp_t::deserialize(iptr<i_serializer_t> const& s) {
-    detail::read_version_word(*s);
+    detail::read_version_word(s);
     s->read_string(payload);
 }
 

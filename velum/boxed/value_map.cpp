@@ -52,12 +52,12 @@ guid_t uany_map_obj_t::clsid() const {
 void uany_map_obj_t::serialize_obj(iptr<i_serializer_t> const&) const {}
 
 void uany_map_obj_t::serialize(iptr<i_serializer_t> const& s) const {
-    detail::write_version_word(*s);
+    detail::write_version_word(s);
     velum::serialize(payload, s);
 }
 
 void uany_map_obj_t::deserialize(iptr<i_serializer_t> const& s) {
-    detail::read_version_word(*s);
+    detail::read_version_word(s);
     velum::deserialize(payload, s);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <velum/core/atomic_count.hpp>
+#include <velum/core/destruction.hpp>
 #include <velum/core/guid.hpp>
 #include <velum/core/unknown.hpp>
 
@@ -92,7 +93,7 @@ public:
     std::int32_t release() override {
         std::int32_t const count = atomic_decrement(object_access::ref_count(object()));
         if (count == 0) {
-            delete this;
+            destroy(static_cast<std::tuple_element_t<0, std::tuple<Interfaces...>>*>(this));
         }
         return count;
     }

@@ -15,8 +15,8 @@ namespace velum {
 /// Puts one object in the place of another while a graph is written or read. Null may come in and go out.
 using object_mapper_t = std::function<iptr<i_serializable_t>(iptr<i_serializable_t> const&)>;
 
-/// Writes a graph of objects to a stream, or reads one from it (`iid_serializer`). Used by one thread at a time. The
-/// library has no class that does so yet.
+/// Writes a graph of objects to a stream, or reads one from it (`iid_serializer`); `basic_serializer_t` is the one that
+/// does. Used by one thread at a time.
 ///
 /// Counts and lengths are bytes. Nobody looks at the state of the stream behind it: what a stream throws passes
 /// through, and what a stream that doesn't throw could not deliver leaves the caller's data as it was.

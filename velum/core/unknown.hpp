@@ -25,7 +25,7 @@ public:
     /// Takes a reference and gives the new count.
     virtual std::int32_t add_ref() = 0;
 
-    /// Drops a reference and gives the new count; at 0 the object is destroyed.
+    /// Drops a reference and gives the new count. At 0 the object is destroyed; see `destroy` for long chains.
     virtual std::int32_t release() = 0;
 
 protected:

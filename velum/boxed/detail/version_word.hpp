@@ -1,21 +1,19 @@
 #pragma once
 
+#include <velum/core/detail/required.hpp>
+#include <velum/core/detail/words.hpp>
 #include <velum/core/i_serializer.hpp>
-
-#include <cstdint>
 
 namespace velum::detail {
 
 // The word that opens the state stage of every boxed class. Readers take any: it is there for a later form of a class.
 
-inline void write_version_word(i_serializer_t& s) {
-    std::uint32_t const version = 0x00010000;
-    s.write(reinterpret_cast<char const*>(&version), sizeof version);
+inline void write_version_word(iptr<i_serializer_t> const& s) {
+    write_word(required(s, "serializer is null"), 0x00010000);
 }
 
-inline void read_version_word(i_serializer_t& s) {
-    std::uint32_t version = 0;
-    s.read(reinterpret_cast<char*>(&version), sizeof version);
+inline void read_version_word(iptr<i_serializer_t> const& s) {
+    read_word(required(s, "serializer is null"));
 }
 
 }  // namespace velum::detail

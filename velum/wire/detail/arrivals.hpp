@@ -7,15 +7,15 @@
 
 namespace velum::detail {
 
-/// The memory that vectors of maps have promised to all operations of the thread that are under way: an object within
-/// the values reads its own map by an operation of its own.
+/// The memory that counts of elements have promised to all operations of the thread that are under way: an object
+/// within the values reads its own map by an operation of its own.
 inline thread_local constinit std::uint64_t open_on_thread = 0;
 
 /// Keeps the memory that damaged lengths and counts can claim close to what has arrived.
 ///
-/// Up to 16 MiB of a text or buffer may be missing, and of the memory that vectors of maps promise, those within one
-/// another taken together: where the stream ends, zeros and empty maps stand in their place. What is promised beyond
-/// must arrive, and the first of it that doesn't ends the operation.
+/// Up to 16 MiB of a text or buffer may be missing, and of the memory that vectors of maps and maps of objects promise,
+/// those within one another taken together: where the stream ends, zeros and empty maps stand in their place. What is
+/// promised beyond must arrive, and the first of it that doesn't ends the operation.
 template <class Source>
 class arrivals {
 public:
@@ -44,6 +44,14 @@ public:
     void keep(std::uint64_t memory) {
         open_ -= memory;
         open_on_thread -= memory;
+    }
+
+    /// An element has come that reads as one that is missing, and that nobody writes. Throws `length_exceeds_stream`
+    /// unless the stream goes on behind it, or missing elements are to be expected.
+    void doubt() {
+        if (!covered() && !source_.goes_on()) {
+            throw length_exceeds_stream();
+        }
     }
 
     /// Whether all the elements that are to come may be missing, so that room for them may be taken ahead.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/detail/required.hpp>
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
@@ -30,8 +31,7 @@ private:
 
 class serializer_sink {
 public:
-    explicit serializer_sink(iptr<i_serializer_t> const& s)
-        : serializer_(s ? *s : throw std::runtime_error("serializer is null")) {}
+    explicit serializer_sink(iptr<i_serializer_t> const& s) : serializer_(required(s, "serializer is null")) {}
 
     void write(void const* data, std::size_t size) {
         serializer_.write(static_cast<char const*>(data), static_cast<long long>(size));

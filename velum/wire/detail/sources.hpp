@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/detail/required.hpp>
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
@@ -49,8 +50,7 @@ private:
 /// none any more. Without one, what was in the memory before is still there after a read that brought nothing.
 class serializer_source {
 public:
-    explicit serializer_source(iptr<i_serializer_t> const& s)
-        : serializer_(s ? *s : throw std::runtime_error("serializer is null")) {}
+    explicit serializer_source(iptr<i_serializer_t> const& s) : serializer_(required(s, "serializer is null")) {}
 
     void read(void* data, std::uint64_t size) {
         serializer_.read(static_cast<char*>(data), static_cast<long long>(size));
@@ -90,6 +90,9 @@ public:
         }
         return !ended;
     }
+
+    /// Whether the stream still has a position, which one that ended has not.
+    bool goes_on() { return serializer_.tell() >= 0; }
 
     void read_object(iptr<i_unknown_t>& object) {
         iptr<i_serializable_t> serializable;

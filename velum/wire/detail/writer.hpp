@@ -2,6 +2,7 @@
 
 #include <velum/core/detail/stack_guard.hpp>
 #include <velum/values/catalogue.hpp>
+#include <velum/wire/detail/count.hpp>
 #include <velum/wire/detail/key_path.hpp>
 #include <velum/wire/detail/triples.hpp>
 #include <velum/wire/detail/value_tag.hpp>
@@ -11,8 +12,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -135,13 +134,6 @@ private:
 
     template <class T, class... Others>
     static constexpr bool is_any_of = (std::is_same_v<T, Others> || ...);
-
-    static std::uint32_t count_of(std::size_t size) {
-        if (size > std::numeric_limits<std::uint32_t>::max()) {
-            throw std::length_error("too long for a 32-bit count");
-        }
-        return static_cast<std::uint32_t>(size);
-    }
 
     static std::string_view view(std::string const& text) { return text; }
     static std::string_view view(ustring const& text) { return text.c_str(); }

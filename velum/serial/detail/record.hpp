@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+namespace velum::detail {
+
+// An object in a stream, from the call of `write_object` or `read_object` that it takes. Words are 32 bits,
+// little-endian.
+//
+//     record    = null | reference | new
+//     null      = 0:word
+//     reference = 1:word number:word
+//     new       = 2:word number:word clsid:16 construction-stage state-stage
+//
+// The stages are what the object's class writes, and only the class knows where they end. A reader takes every other
+// tag for that of a new object.
+
+namespace record {
+
+inline constexpr std::uint32_t null = 0;
+inline constexpr std::uint32_t reference = 1;
+inline constexpr std::uint32_t new_object = 2;
+
+}  // namespace record
+}  // namespace velum::detail

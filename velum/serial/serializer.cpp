@@ -1,0 +1,216 @@
+#include <velum/core/detail/required.hpp>
+#include <velum/core/detail/stack_guard.hpp>
+#include <velum/core/detail/words.hpp>
+#include <velum/serial/detail/record.hpp>
+#include <velum/serial/serializer.hpp>
+#include <velum/wire/detail/arrivals.hpp>
+#include <velum/wire/detail/count.hpp>
+#include <velum/wire/detail/sources.hpp>
+
+#include <stdexcept>
+
+namespace velum {
+
+namespace record = detail::record;
+using detail::read_word;
+using detail::stack_guard;
+using detail::write_word;
+
+basic_serializer_t::basic_serializer_t(i_unknown_t* outer, iptr<i_istream_t> const& stream,
+                                       iptr<i_object_factory_t> const& factory, int version)
+    : imp(outer, state{.input = stream, .factory = factory, .version = version}) {}
+
+basic_serializer_t::basic_serializer_t(i_unknown_t* outer, iptr<i_ostream_t>& stream, int version)
+    : imp(outer, state{.output = stream, .version = version}) {}
+
+basic_serializer_t::basic_serializer_t(i_unknown_t* outer) : imp(outer) {}
+
+basic_serializer_t::basic_serializer_t(basic_serializer_t const&) = default;
+basic_serializer_t::basic_serializer_t(basic_serializer_t&&) noexcept = default;
+basic_serializer_t& basic_serializer_t::operator=(basic_serializer_t const&) = default;
+basic_serializer_t& basic_serializer_t::operator=(basic_serializer_t&&) noexcept = default;
+basic_serializer_t::~basic_serializer_t() = default;
+
+bool basic_serializer_t::create(iptr<i_unknown_t> const& outer, iptr<i_istream_t> const& stream,
+                                iptr<i_object_factory_t> const& factory, int version, guid_t const& iid, void* out) {
+    return create_object(outer, iid, out, stream, factory, version);
+}
+
+bool basic_serializer_t::create(iptr<i_unknown_t> const& outer, iptr<i_ostream_t>& stream, int version,
+                                guid_t const& iid, void* out) {
+    return create_object(outer, iid, out, stream, version);
+}
+
+bool basic_serializer_t::create(iptr<i_unknown_t> const& outer, int, guid_t const& iid, void* out) {
+    return create_object(outer, iid, out);
+}
+
+bool basic_serializer_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const&,
+                                         guid_t const& iid, void* out) {
+    return create(outer, 0, iid, out);
+}
+
+int basic_serializer_t::basic_serializer_imp_t::version() const {
+    return payload.version;
+}
+
+std::map<std::string, boost::any>& basic_serializer_t::basic_serializer_imp_t::attributes() {
+    return payload.attributes;
+}
+
+std::map<std::string, boost::any> const& basic_serializer_t::basic_serializer_imp_t::attributes() const {
+    return payload.attributes;
+}
+
+void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializable_t> const& object) {
+    stack_guard const guard(stack_guard::reserve::for_writing);
+    stack_guard::level const level(guard);
+    iptr<i_serializable_t> const meant = mapped(object);
+    if (!meant) {
+        write_word(output(), record::null);
+        return;
+    }
+    iptr<i_unknown_t> const identity(meant, iid_unknown);
+    auto const known = payload.numbers_of_objects.find(identity);
+    if (known != payload.numbers_of_objects.end()) {
+        write_word(output(), record::reference);
+        write_word(output(), static_cast<std::uint32_t>(known->second));
+        return;
+    }
+    auto const writer = self();
+    writer->write_object_header(identity);
+    meant->serialize(writer);
+}
+
+// The object is in the table before its stages are written, so that a reference from inside one is a reference.
+void basic_serializer_t::basic_serializer_imp_t::write_object_header(iptr<i_unknown_t> const& object) {
+    stack_guard const guard(stack_guard::reserve::for_writing);
+    stack_guard::level const level(guard);
+    iptr<i_serializable_t> const serializable(object, iid_serializable);
+    detail::required(serializable, "object not serializable");
+    write_word(output(), record::new_object);
+    std::uint64_t const number = payload.next_number++;
+    write_word(output(), static_cast<std::uint32_t>(number));
+    payload.numbers_of_objects.insert_or_assign(object, number);
+    guid_t const clsid = serializable->clsid();
+    output().write(reinterpret_cast<char const*>(&clsid), sizeof clsid);
+    serializable->serialize_obj(self());
+}
+
+bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable_t>& object) {
+    stack_guard const guard(stack_guard::reserve::for_reading);
+    stack_guard::level const level(guard);
+    object = nullptr;
+    std::uint32_t const tag = read_word(input());
+    if (tag == record::null) {
+        return true;
+    }
+    if (tag == record::reference) {
+        if (!read_reference(object)) {
+            return false;
+        }
+    } else {
+        read_new_object(object);
+    }
+    object = mapped(object);
+    return true;
+}
+
+bool basic_serializer_t::basic_serializer_imp_t::read_reference(iptr<i_serializable_t>& object) {
+    auto const found = payload.objects_by_number.find(read_word(input()));
+    if (found == payload.objects_by_number.end()) {
+        throw std::runtime_error("object not deserialized yet");
+    }
+    return found->second->query_interface(iid_serializable, &object);
+}
+
+void basic_serializer_t::basic_serializer_imp_t::read_new_object(iptr<i_serializable_t>& object) {
+    iptr<i_unknown_t> built;
+    build_object(nullptr, built);
+    built->query_interface(iid_serializable, &object);
+    // A reference of its own: the object may reach the caller's holder while it reads.
+    iptr<i_serializable_t> const serializable = object;
+    detail::required(serializable, "object is not deserializable").deserialize(self());
+}
+
+bool basic_serializer_t::basic_serializer_imp_t::read_object_header(iptr<i_unknown_t> const& controlling,
+                                                                    iptr<i_unknown_t>& object) {
+    stack_guard const guard(stack_guard::reserve::for_reading);
+    stack_guard::level const level(guard);
+    read_word(input());
+    object = nullptr;
+    build_object(controlling, object);
+    return true;
+}
+
+// The object is in the table before its state stage is read, so that references from inside it find the object.
+void basic_serializer_t::basic_serializer_imp_t::build_object(iptr<i_unknown_t> const& controlling,
+                                                              iptr<i_unknown_t>& object) {
+    std::uint32_t const number = read_word(input());
+    guid_t clsid;
+    input().read(reinterpret_cast<char*>(&clsid), sizeof clsid);
+    detail::required(payload.factory, "serializer has no object factory")
+        .deserialize_object(clsid, controlling, self(), object);
+    detail::required(object, "object is not deserializable");
+    payload.objects_by_number.insert_or_assign(number, object);
+}
+
+void basic_serializer_t::basic_serializer_imp_t::write_string(std::string const& text) {
+    write_word(output(), detail::count_of(text.size()));
+    if (!text.empty()) {
+        output().write(text.data(), static_cast<long long>(text.size()));
+    }
+}
+
+void basic_serializer_t::basic_serializer_imp_t::read_string(std::string& text) {
+    std::uint32_t const length = read_word(input());
+    text.clear();
+    detail::serializer_source source(self());
+    detail::arrivals(source).fill(text, length);
+}
+
+void basic_serializer_t::basic_serializer_imp_t::write(char const* data, long long count) {
+    output().write(data, count);
+}
+
+void basic_serializer_t::basic_serializer_imp_t::read(char* data, long long count) {
+    input().read(data, count);
+}
+
+long long basic_serializer_t::basic_serializer_imp_t::tell() {
+    return payload.input ? payload.input->tellg()
+                         : detail::required(payload.output, "serializer has no stream").tellp();
+}
+
+void basic_serializer_t::basic_serializer_imp_t::seek(long long offset, int way) {
+    if (payload.input) {
+        payload.input->seekg(offset, way);
+    } else {
+        detail::required(payload.output, "serializer has no stream").seekp(offset, way);
+    }
+}
+
+void basic_serializer_t::basic_serializer_imp_t::flush() {
+    if (payload.output) {
+        payload.output->flush();
+    }
+}
+
+void basic_serializer_t::basic_serializer_imp_t::set_object_mapper(object_mapper_t const& mapper) {
+    payload.mapper = mapper ? std::make_shared<object_mapper_t const>(mapper) : nullptr;
+}
+
+i_istream_t& basic_serializer_t::basic_serializer_imp_t::input() const {
+    return detail::required(payload.input, "serializer has no input stream");
+}
+
+i_ostream_t& basic_serializer_t::basic_serializer_imp_t::output() const {
+    return detail::required(payload.output, "serializer has no output stream");
+}
+
+iptr<i_serializable_t> basic_serializer_t::basic_serializer_imp_t::mapped(iptr<i_serializable_t> const& object) const {
+    auto const mapper = payload.mapper;
+    return mapper ? (*mapper)(object) : object;
+}
+
+}  // namespace velum

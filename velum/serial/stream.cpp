@@ -1,0 +1,82 @@
+#include <velum/serial/stream.hpp>
+
+#include <ios>
+#include <stdexcept>
+
+namespace velum {
+namespace {
+
+template <class Stream>
+Stream& required(boost::shared_ptr<Stream> const& stream) {
+    return stream ? *stream : throw std::runtime_error("stream object has no stream");
+}
+
+}  // namespace
+
+basic_istream_t::basic_istream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_istream<char>> const& stream)
+    : imp(outer, stream) {}
+
+basic_istream_t::basic_istream_t(basic_istream_t const&) = default;
+basic_istream_t::basic_istream_t(basic_istream_t&&) noexcept = default;
+basic_istream_t& basic_istream_t::operator=(basic_istream_t const&) = default;
+basic_istream_t& basic_istream_t::operator=(basic_istream_t&&) noexcept = default;
+basic_istream_t::~basic_istream_t() = default;
+
+bool basic_istream_t::create(iptr<i_unknown_t> const& outer, boost::shared_ptr<std::basic_istream<char>> const& stream,
+                             guid_t const& iid, void* out) {
+    return create_object(outer, iid, out, stream);
+}
+
+bool basic_istream_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const&, guid_t const& iid,
+                                      void* out) {
+    return create(outer, nullptr, iid, out);
+}
+
+long long basic_istream_t::basic_istream_imp_t::tellg() {
+    return required(payload).tellg();
+}
+
+void basic_istream_t::basic_istream_imp_t::seekg(long long offset, int way) {
+    required(payload).seekg(offset, static_cast<std::ios_base::seekdir>(way));
+}
+
+void basic_istream_t::basic_istream_imp_t::read(char* data, long long count) {
+    required(payload).read(data, count);
+}
+
+basic_ostream_t::basic_ostream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_ostream<char>> const& stream)
+    : imp(outer, stream) {}
+
+basic_ostream_t::basic_ostream_t(basic_ostream_t const&) = default;
+basic_ostream_t::basic_ostream_t(basic_ostream_t&&) noexcept = default;
+basic_ostream_t& basic_ostream_t::operator=(basic_ostream_t const&) = default;
+basic_ostream_t& basic_ostream_t::operator=(basic_ostream_t&&) noexcept = default;
+basic_ostream_t::~basic_ostream_t() = default;
+
+bool basic_ostream_t::create(iptr<i_unknown_t> const& outer, boost::shared_ptr<std::basic_ostream<char>> const& stream,
+                             guid_t const& iid, void* out) {
+    return create_object(outer, iid, out, stream);
+}
+
+bool basic_ostream_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const&, guid_t const& iid,
+                                      void* out) {
+    return create(outer, nullptr, iid, out);
+}
+
+long long basic_ostream_t::basic_ostream_imp_t::tellp() {
+    return required(payload).tellp();
+}
+
+void basic_ostream_t::basic_ostream_imp_t::seekp(long long offset, int way) {
+    required(payload).seekp(offset, static_cast<std::ios_base::seekdir>(way));
+}
+
+void basic_ostream_t::basic_ostream_imp_t::write(char const* data, long long count) {
+    required(payload).write(data, count);
+}
+
+void basic_ostream_t::basic_ostream_imp_t::flush() {
+    required(payload).flush();
+}
+
+}  // namespace velum
