@@ -64,7 +64,7 @@ std::map<std::string, boost::any> const& basic_serializer_t::basic_serializer_im
 
 void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializable_t> const& object) {
     stack_guard const guard(stack_guard::reserve::for_writing);
-    stack_guard::level const level(guard);
+    stack_guard::level_of_object const level(guard);
     iptr<i_serializable_t> const meant = mapped(object);
     if (!meant) {
         write_word(output(), record::null);
@@ -85,7 +85,7 @@ void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializabl
 // The object is in the table before its stages are written, so that a reference from inside one is a reference.
 void basic_serializer_t::basic_serializer_imp_t::write_object_header(iptr<i_unknown_t> const& object) {
     stack_guard const guard(stack_guard::reserve::for_writing);
-    stack_guard::level const level(guard);
+    stack_guard::level_of_object const level(guard);
     iptr<i_serializable_t> const serializable(object, iid_serializable);
     detail::required(serializable, "object not serializable");
     write_word(output(), record::new_object);

@@ -29,9 +29,10 @@ public:
     ~stack_guard();
 
     /// Throws `std::runtime_error` ("nesting too deep") when the stack has come down to the reserve.
-    class level {
+    template <std::size_t Ballast>
+    class level_of {
     public:
-        explicit level(stack_guard const& guard) {
+        explicit level_of(stack_guard const& guard) {
             asm volatile("" : : "r"(ballast_) : "memory");  // the optimiser must leave it on the stack
             if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < guard.lowest_) {
                 throw_too_deep();
@@ -39,8 +40,12 @@ public:
         }
 
     private:
-        char ballast_[stack_ballast];
+        char ballast_[Ballast];
     };
+    using level = level_of<stack_ballast>;
+
+    /// A level of writing that goes on in the code of some class, which may take more of the stack when it reads.
+    using level_of_object = level_of<3 * stack_ballast>;
 
 private:
     [[noreturn]] static void throw_too_deep();
