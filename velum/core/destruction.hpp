@@ -5,7 +5,7 @@
 
 namespace velum {
 
-/// Deletes an object whose last reference is gone.
+/// Deletes an object whose last reference is gone, for a `release` of one's own; those of the building blocks call it.
 ///
 /// Objects often die within one another: an object drops the last reference on the next, and so on along a chain. The
 /// first few dozen do so on the stack. What would go deeper waits until the outermost of them is done, so a chain of
