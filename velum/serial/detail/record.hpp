@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace velum::detail {
+namespace velum::detail::record {
 
 // An object in a stream, from the call of `write_object` or `read_object` that it takes. Words are 32 bits,
 // little-endian.
@@ -15,11 +15,8 @@ namespace velum::detail {
 // The stages are what the object's class writes, and only the class knows where they end. A reader takes every other
 // tag for that of a new object.
 
-namespace record {
-
 inline constexpr std::uint32_t null = 0;
 inline constexpr std::uint32_t reference = 1;
 inline constexpr std::uint32_t new_object = 2;
 
-}  // namespace record
-}  // namespace velum::detail
+}  // namespace velum::detail::record
