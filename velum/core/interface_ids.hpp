@@ -13,11 +13,11 @@ VELUM_API extern guid_t const iid_uany_map;
 VELUM_API extern guid_t const iid_string;
 VELUM_API extern guid_t const iid_serializer;
 VELUM_API extern guid_t const iid_serializable;
-
-/// Identifiers that the library only reserves: it declares no operations behind them and never asks for them.
 VELUM_API extern guid_t const iid_ostream;
 VELUM_API extern guid_t const iid_object_factory;
 VELUM_API extern guid_t const iid_istream;
+
+/// Identifiers that the library only reserves: it declares no operations behind them and never asks for them.
 VELUM_API extern guid_t const iid_command;
 VELUM_API extern guid_t const iid_status;
 VELUM_API extern guid_t const iid_event;

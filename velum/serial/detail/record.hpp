@@ -4,8 +4,7 @@
 
 namespace velum::detail::record {
 
-// An object in a stream, from the call of `write_object` or `read_object` that it takes. Words are 32 bits,
-// little-endian.
+// What one call of `write_object` writes, or of `read_object` reads. A word has 32 bits.
 //
 //     record    = null | reference | new
 //     null      = 0:word
