@@ -1,108 +1,115 @@
-#include "buffers.hpp"
 #include "document.hpp"
+#include "lookup.hpp"
+#include "require.hpp"
 
 #include <algorithm>
-#include <stdexcept>
-#include <string>
+#include <cstdint>
+#include <set>
 
 namespace scene {
 namespace {
 
-void require(bool held, std::string const& otherwise) {
-    if (!held) {
-        throw std::runtime_error(otherwise);
-    }
-}
-
-// With a reference for its type `any_map_get` gives the value itself and no copy, which matters for large ones.
-template <class T>
-T const& get(velum::any_map const& map, std::string const& key) {
-    try {
-        return velum::any_map_get<T const&>(map, key);
-    } catch (boost::bad_any_cast const&) {
-        throw std::runtime_error("wrong type of value under " + key);
-    }
-}
-
-template <class T>
-T const& get(velum::uany_map const& map, std::string const& key) {
-    auto const found = map.find(key);
-    if (found == map.end()) {
-        throw velum::key_not_found(key);
-    }
-    T const* const value = boost::any_cast<T>(&found->second);
-    require(value != nullptr, "wrong type of value under " + key);
-    return *value;
-}
-
-using vec3 = math::vec<float, 3, math::use_simd_tag>;
-
-void check_material(velum::any_map const& material) {
-    get<std::string>(material, "name");
-    for (char const* const key : {"diffuse", "specular", "glow"}) {
-        get<vec3>(material, key);
-    }
-    for (char const* const key : {"shininess", "opacity"}) {
-        get<float>(material, key);
-    }
-    auto const& pictures = get<velum::uany_map>(material, "pictures");
-    for (auto const& [channel, picture] : pictures) {
-        get<velum::ustring>(pictures, channel);
-    }
-}
-
-struct sizes {
-    long long materials = 0;
-    long long shapes = 0;
-    long long vertices = 0;
-    long long faces = 0;
+struct totals {
+    std::set<velum::i_unknown_t const*> meshes;
+    std::set<velum::i_unknown_t const*> materials;
+    std::size_t nodes = 0;
+    std::size_t vertices = 0;
+    std::size_t faces = 0;
 };
 
-void check_shape(velum::uany_map const& shape, sizes& found) {
-    get<std::string>(shape, "name");
-    get<velum::guid_t>(shape, "id");
-    get<vec3>(shape, "lowest");
-    get<vec3>(shape, "highest");
-    get<bool>(shape, "has_normals");
-    get<bool>(shape, "has_texcoords");
-    int const material = get<int>(shape, "material");
-    require(material >= -1 && material < found.materials, "a shape has a material that isn't there");
+// Where every entry is known there is no room for others, which might hold objects.
+template <class Map>
+void require_size(Map const& map, std::size_t size) {
+    require(map.size() == size, "a map has values that don't belong there");
+}
 
-    auto const vertices = from_bytes<vertex>(get<velum::byte_vector>(shape, "vertices"));
-    auto const faces = from_bytes<std::uint32_t>(get<velum::byte_vector>(shape, "faces"));
-    auto const corners = from_bytes<std::uint32_t>(get<velum::byte_vector>(shape, "corners"));
-    require(std::ranges::all_of(corners, [&](auto place) { return place < vertices.size(); }),
+void check_material(velum::uany_map const& material, std::string const& name) {
+    require(lookup<std::string>(material, "name") == name, "a material is there under the name of another");
+    for (char const* const key : {"diffuse", "specular", "glow"}) {
+        lookup<vec3>(material, key);
+    }
+    for (char const* const key : {"shininess", "opacity"}) {
+        lookup<float>(material, key);
+    }
+    auto const& pictures = lookup<velum::any_map>(material, "pictures");
+    for (auto const& [channel, picture] : pictures) {
+        lookup<velum::ustring>(pictures, channel.c_str());
+    }
+    require_size(material, 7);
+}
+
+void check_mesh(i_mesh_t const& mesh, totals& found) {
+    require(!mesh.material() || found.materials.count(mesh.material().get()) != 0,
+            "a mesh has a material that isn't among those of the document");
+    if (!found.meshes.insert(&mesh).second) {
+        return;
+    }
+    mesh_data const& data = mesh.data();
+    require(std::ranges::all_of(data.corners, [&](auto place) { return place < data.vertices.size(); }),
             "a face has a vertex that isn't there");
     std::uint64_t sum = 0;
-    for (std::uint32_t const size : faces) {
+    for (std::uint32_t const size : data.faces) {
         sum += size;
     }
-    require(sum == corners.size(), "the faces have more or fewer corners than there are");
-    found.vertices += static_cast<long long>(vertices.size());
-    found.faces += static_cast<long long>(faces.size());
+    require(sum == data.corners.size(), "the faces have more or fewer corners than there are");
+    found.vertices += data.vertices.size();
+    found.faces += data.faces.size();
+}
+
+// Not by recursion, since a stored tree may be deep.
+void check_tree(i_node_t const& root, totals& found) {
+    require(root.parent() == nullptr && root.stored_parent() == nullptr, "the root has a parent");
+    std::vector<i_node_t const*> left{&root};
+    while (!left.empty()) {
+        i_node_t const& node = *left.back();
+        left.pop_back();
+        ++found.nodes;
+        if (node.mesh()) {
+            check_mesh(*node.mesh(), found);
+        }
+        for (auto const& child : node.children()) {
+            require(child->parent() == &node, "a child has another parent");
+            left.push_back(child.get());
+        }
+    }
+}
+
+void check_info(velum::uany_map const& info, totals const& found) {
+    lookup<std::string>(info, "name");
+    lookup<velum::affine_space3>(info, "bounds");
+    require_size(info, 6);
+    auto const& counts = lookup<velum::any_map>(info, "counts");
+    auto const is_right = [&counts]<class T>(char const* key, T, std::size_t count) {
+        return lookup<T>(counts, key) == static_cast<T>(count);
+    };
+    require(is_right("materials", 0, found.materials.size()) && is_right("meshes", 0, found.meshes.size()) &&
+                is_right("nodes", 0, found.nodes) && is_right("vertices", 0LL, found.vertices) &&
+                is_right("faces", 0LL, found.faces),
+            "its counts are wrong");
+    require_size(counts, 5);
 }
 
 }  // namespace
 
-void check_document(velum::any_map const& document) {
-    require(get<std::string>(document, "kind") == "scene", "it is of another kind");
-    require(get<int>(document, "version") == 1, "its version isn't known here");
-    get<std::string>(document, "name");
-    get<velum::affine_space3>(document, "bounds");
+std::size_t check_document(velum::iptr<velum::i_unknown_map_t> const& document) {
+    document_parts const parts(document);
+    require(static_cast<bool>(parts.info), "it has no info");
+    require(lookup<std::string>(parts.info->map(), "kind") == "scene", "it is of another kind");
+    require(lookup<int>(parts.info->map(), "version") == 2, "its version isn't known here");
+    require(static_cast<bool>(parts.materials), "it has no map of materials");
+    require(static_cast<bool>(parts.root), "it has no root");
 
-    sizes found;
-    for (auto const& material : get<std::vector<velum::any_map>>(document, "materials")) {
-        check_material(material);
-        ++found.materials;
+    totals found;
+    for (std::string const& name : parts.material_names()) {
+        auto const material = parts.material(name);
+        require(static_cast<bool>(material), "a material isn't there");
+        require(found.materials.insert(material.get()).second, "a material is there twice");
+        check_material(material->map(), name);
     }
-    for (auto const& shape : get<std::vector<velum::uany_map>>(document, "shapes")) {
-        check_shape(shape, found);
-        ++found.shapes;
-    }
-    auto const& counts = get<velum::any_map>(document, "counts");
-    require(get<int>(counts, "materials") == found.materials && get<int>(counts, "shapes") == found.shapes &&
-                get<long long>(counts, "vertices") == found.vertices && get<long long>(counts, "faces") == found.faces,
-            "its counts are wrong");
+    check_tree(*parts.root, found);
+    check_info(parts.info->map(), found);
+    std::size_t const maps = 3;  // the document, its info and its materials
+    return maps + found.materials.size() + found.nodes + found.meshes.size();
 }
 
 }  // namespace scene

@@ -1,104 +1,76 @@
 #include "comparison.hpp"
 
-#include "visit.hpp"
+#include "document.hpp"
+#include "identity.hpp"
+#include "value_comparison.hpp"
 
-#include <algorithm>
-#include <span>
-#include <vector>
+#include <map>
+#include <string>
 
 namespace scene {
 namespace {
 
-namespace value_shape = velum::value_shape;
-
-class walk {
+class graph_comparison {
 public:
-    comparison result;
+    value_comparison values;
 
-    template <class Map>
-    bool same(value_shape::map, Map const& a, Map const& b) {
-        // Maps of one type in one process are in one order, those with interned keys too.
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(), [this](auto const& left, auto const& right) {
-            return left.first == right.first && inside(left.first, same(left.second, right.second));
-        });
+    bool same(velum::iptr<velum::i_unknown_map_t> const& a, velum::iptr<velum::i_unknown_map_t> const& b) {
+        document_parts const left(a);
+        document_parts const right(b);
+        bool equal = meet(a, b) && same("info", left.info, right.info) && meet(left.materials, right.materials);
+        for (std::string const& name : equal ? left.material_names() : std::vector<std::string>()) {
+            equal = equal && values.inside("materials", same(name, left.material(name), right.material(name)));
+        }
+        return equal && same("root", left.root, right.root);
     }
+
+    std::size_t objects() const { return met_.size(); }
 
 private:
-    bool same(boost::any const& a, boost::any const& b) {
-        bool equal = false;
-        visit(a, [&]<class Shape, class T>(Shape form, T const& left) {
-            T const* const right = boost::any_cast<T>(&b);
-            equal = right != nullptr && same(form, left, *right);
-        });
-        return equal;
+    template <class Interface>
+    bool same(std::string const& name, velum::iptr<Interface> const& a, velum::iptr<Interface> const& b) {
+        bool const is_new = a && met_.count(identity(a)) == 0;
+        bool const equal = a && b ? meet(a, b) && (!is_new || same_content(*a, *b)) : a == b;
+        return values.inside(name, equal);
     }
 
-    // What is left has one value to compare, and says with its form how.
-    template <class Shape, class T>
-    bool same(Shape form, T const& a, T const& b) {
-        ++result.values;
-        return same_value(form, a, b);
+    // Two that have met neither each other nor anyone else are a pair from now on.
+    template <class Interface>
+    bool meet(velum::iptr<Interface> const& a, velum::iptr<Interface> const& b) {
+        return met_.emplace(identity(a), identity(b)).first->second == identity(b) &&
+               met_back_.emplace(identity(b), identity(a)).first->second == identity(a);
     }
 
-    template <class Map>
-    bool same(value_shape::maps, std::vector<Map> const& a, std::vector<Map> const& b) {
-        return same_list(a, b,
-                         [this](Map const& left, Map const& right) { return same(value_shape::map(), left, right); });
+    bool same_content(velum::i_uany_map_t const& a, velum::i_uany_map_t const& b) {
+        return values.same(value_shape::map(), a.map(), b.map());
     }
 
-    bool same(value_shape::values, std::vector<boost::any> const& a, std::vector<boost::any> const& b) {
-        return same_list(a, b, [this](auto const& left, auto const& right) { return same(left, right); });
+    bool same_content(i_mesh_t const& a, i_mesh_t const& b) {
+        return values.same(value_shape::map(), values_of(a.data()), values_of(b.data())) &&
+               same("material", a.material(), b.material());
     }
 
-    template <class T, class Same>
-    bool same_list(std::vector<T> const& a, std::vector<T> const& b, Same same_element) {
-        bool equal = a.size() == b.size();
-        for (std::size_t i = 0; equal && i < a.size(); ++i) {
-            equal = inside(std::to_string(i), same_element(a[i], b[i]));
+    bool same_content(i_node_t const& a, i_node_t const& b) {
+        // The number of children is among the values.
+        bool equal = values.same(value_shape::map(), values_of(a), values_of(b)) && same("mesh", a.mesh(), b.mesh());
+        for (std::size_t i = 0; equal && i < a.children().size(); ++i) {
+            equal = a.children()[i]->parent() == &a && b.children()[i]->parent() == &b &&
+                    same(std::to_string(i), a.children()[i], b.children()[i]);
         }
         return equal;
     }
 
-    // On the way out of a difference its path is put together from its end.
-    bool inside(std::string const& name, bool equal) {
-        if (!equal) {
-            result.difference.insert(0, '/' + name);
-        }
-        return equal;
-    }
-
-    template <class T>
-    static bool same_value(value_shape::block, T const& a, T const& b) {
-        return std::ranges::equal(std::as_bytes(std::span(&a, 1)), std::as_bytes(std::span(&b, 1)));
-    }
-
-    // A vector of three has a fourth lane that isn't stored, so it isn't looked at.
-    template <class E>
-    static bool same_value(value_shape::triples, math::vec<E, 3, math::use_simd_tag> const& a,
-                           math::vec<E, 3, math::use_simd_tag> const& b) {
-        value_shape::block const form;
-        return same_value(form, a[0], b[0]) && same_value(form, a[1], b[1]) && same_value(form, a[2], b[2]);
-    }
-    static bool same_value(value_shape::triples form, velum::linear_space3 const& a, velum::linear_space3 const& b) {
-        return same_value(form, a[0], b[0]) && same_value(form, a[1], b[1]) && same_value(form, a[2], b[2]);
-    }
-    static bool same_value(value_shape::triples form, velum::affine_space3 const& a, velum::affine_space3 const& b) {
-        return same_value(form, a.linear, b.linear) && same_value(form, a.origin, b.origin);
-    }
-
-    // Truths, texts and byte vectors. Objects are only the same where they are one.
-    template <class Shape, class T>
-    static bool same_value(Shape, T const& a, T const& b) {
-        return a == b;
-    }
+    using object = velum::i_unknown_t const*;
+    std::map<object, object> met_;
+    std::map<object, object> met_back_;
 };
 
 }  // namespace
 
-comparison compare(velum::any_map const& a, velum::any_map const& b) {
-    walk both;
-    both.result.same = both.same(velum::value_shape::map(), a, b);
-    return both.result;
+comparison compare(velum::iptr<velum::i_unknown_map_t> const& a, velum::iptr<velum::i_unknown_map_t> const& b) {
+    graph_comparison both;
+    bool const same = both.same(a, b);
+    return {same, both.objects(), both.values.values, both.values.difference};
 }
 
 }  // namespace scene

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <velum/values/any_map.hpp>
+#include <velum/core/i_unknown_map.hpp>
 
 #include <cstddef>
 #include <string>
@@ -9,11 +9,14 @@ namespace scene {
 
 struct comparison {
     bool same = false;
-    std::size_t values = 0;  // how many were looked at, maps and lists not counted
-    std::string difference;  // the way to the first one, as in "/shapes/2/name"
+    std::size_t objects = 0;
+    std::size_t values = 0;  // maps and lists not counted
+    std::string difference;  // the way to the first one, as in "/root/0/mesh/name"
 };
 
-/// Walks through two maps side by side, down to the bits of their numbers: a NaN equals itself, and 0 isn't -0.
-comparison compare(velum::any_map const& a, velum::any_map const& b);
+/// Walks through two documents side by side. They are the same when they have the same values in the same places, down
+/// to the bits of the numbers, and the same objects: where one has one object in two places, so has the other, and the
+/// parent of every child is the node above it.
+comparison compare(velum::iptr<velum::i_unknown_map_t> const& a, velum::iptr<velum::i_unknown_map_t> const& b);
 
 }  // namespace scene

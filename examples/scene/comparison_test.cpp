@@ -1,7 +1,10 @@
-// What `compare` takes for the same, each pair of values in a map and in a list within it.
+// What `compare` takes for the same: pairs of values in a map and in a list within it, and pairs of graphs.
 
 #include "comparison.hpp"
+#include "mesh.hpp"
+#include "node.hpp"
 
+#include <velum/boxed/unknown_map.hpp>
 #include <velum/values/catalogue.hpp>
 
 #include <iostream>
@@ -10,12 +13,15 @@
 
 namespace {
 
-using vec3 = math::vec<float, 3, math::use_simd_tag>;
+using scene::vec3;
 using velum::any_map;
 using velum::uany_map;
 using velum::ustring;
+using document = velum::iptr<velum::i_unknown_map_t>;
+using material = velum::iptr<velum::i_uany_map_t>;
+using node = velum::iptr<scene::i_node_t>;
 
-struct row {
+struct value_row {
     char const* name;
     bool same;
     boost::any left;
@@ -26,7 +32,7 @@ velum::affine_space3 space(float last) {
     return {{vec3{1, 0, 0}, vec3{0, 1, 0}, vec3{0, 0, 1}}, vec3{1, 2, last}};
 }
 
-std::vector<row> rows() {
+std::vector<value_row> value_rows() {
     float const nan = std::numeric_limits<float>::quiet_NaN();
     using maps = std::vector<any_map>;
     return {
@@ -55,26 +61,111 @@ std::vector<row> rows() {
     };
 }
 
-int mistakes(row const& row) {
+node tree(std::vector<node> const& children, char const* name = "") {
+    node const top = scene::node_t::create(name);
+    for (node const& child : children) {
+        top->add(child);
+    }
+    return top;
+}
+
+node leaf(material const& of = {}, float x = 0) {
+    scene::mesh_data data;
+    data.bounds.lowest = {x, 0, 0};
+    return scene::node_t::create("", scene::mesh_t::create(data, of));
+}
+
+document make(uany_map info, node const& root, std::vector<material> const& materials = {}) {
+    document all;
+    velum::basic_unknown_map_t::create(nullptr, velum::iid_unknown_map, &all);
+    document result;
+    velum::basic_unknown_map_t::create(nullptr, velum::iid_unknown_map, &result);
+    std::vector<boost::any> names;
+    for (material const& each : materials) {
+        std::string const name = std::to_string(names.size());
+        all->set(name, each.get());
+        names.emplace_back(name);
+    }
+    info["materials"] = names;
+    result->set("info", velum::uany_map_obj_t::create(info).get());
+    result->set("materials", all.get());
+    result->set("root", root.get());
+    return result;
+}
+
+struct graph_row {
+    char const* name;
+    char const* difference;  // empty when they are the same
+    document left;
+    document right;
+};
+
+std::vector<graph_row> graph_rows() {
+    auto const make_pair = [](auto const& make_leaves) {
+        auto const iron = [] { return velum::uany_map_obj_t::create({{"name", std::string("iron")}}); };
+        std::vector<material> const two{iron(), iron()};
+        return make({}, tree(make_leaves(two[0], two[1])), two);
+    };
+    using leaves = std::vector<node>;
+    document const one_for_both = make_pair([](auto a, auto) { return leaves{leaf(a), leaf(a)}; });
+    document const one_each = make_pair([](auto a, auto b) { return leaves{leaf(a), leaf(b)}; });
+    document const again = make_pair([](auto a, auto b) { return leaves{leaf(a), leaf(b)}; });
+    document const crossed = make_pair([](auto a, auto b) { return leaves{leaf(b), leaf(a)}; });
+    node const first = leaf();
+    document const same_mesh = make({}, tree({first, scene::node_t::create("", first->mesh())}));
+    node const stray = leaf();
+    document const without_parent = make({}, tree({stray}));
+    stray->set_parent(nullptr);
+    return {
+        {"equal graphs", "", one_each, again},
+        {"a graph and itself", "", one_for_both, one_for_both},
+        {"one material and two", "/root/1/mesh/material", one_for_both, one_each},
+        {"two materials and one", "/root/1/mesh/material", one_each, one_for_both},
+        {"materials the other way round", "/root/0/mesh/material", one_each, crossed},
+        {"one mesh and two", "/root/1/mesh", same_mesh, make({}, tree({leaf(), leaf()}))},
+        {"two meshes and one", "/root/1/mesh", make({}, tree({leaf(), leaf()})), same_mesh},
+        {"a mesh and none", "/root/0/mesh", make({}, tree({leaf()})), make({}, tree({tree({})}))},
+        {"bounds of a mesh", "/root/0/mesh/lowest", make({}, tree({leaf({}, 1)})), make({}, tree({leaf({}, 2)}))},
+        {"a child more", "/root/children", make({}, tree({leaf()})), make({}, tree({leaf(), leaf()}))},
+        {"names below", "/root/0/0/name", make({}, tree({tree({tree({}, "a")})})),
+         make({}, tree({tree({tree({}, "b")})}))},
+        {"a child that doesn't know its parent", "/root", without_parent, without_parent},
+        {"no root", "/root", make({}, tree({})), make({}, nullptr)},
+    };
+}
+
+bool check(char const* name, scene::comparison const& found, bool same, std::string const& difference) {
+    bool const right =
+        found.same == same && found.difference.starts_with(difference) && found.difference.empty() == same;
+    if (!right) {
+        std::cerr << name << ": " << (found.same ? "the same" : "different at " + found.difference) << '\n';
+    }
+    return right;
+}
+
+bool check(value_row const& row) {
     using list = std::vector<boost::any>;
     auto const nested = [](boost::any const& value) {
-        return any_map{{"list", list{std::string("first"), value}}, {"text", std::string("last")}};
+        return make({{"map", any_map{{"list", list{std::string("first"), value}}, {"text", std::string("last")}}}}, {});
     };
     scene::comparison const found = scene::compare(nested(row.left), nested(row.right));
-    bool const right = found.same == row.same && found.difference.starts_with(row.same ? "" : "/list/1") &&
-                       found.difference.empty() == row.same;
-    if (!right) {
-        std::cerr << row.name << ": " << (found.same ? "the same" : "different at " + found.difference) << '\n';
-    }
-    return right ? 0 : 1;
+    return check(row.name, found, row.same, row.same ? "" : "/info/map/list/1");
+}
+
+bool check(graph_row const& row) {
+    bool const same = *row.difference == 0;
+    return check(row.name, scene::compare(row.left, row.right), same, row.difference);
 }
 
 }  // namespace
 
 int main() {
-    int count = 0;
-    for (row const& row : rows()) {
-        count += mistakes(row);
+    int mistakes = 0;
+    for (value_row const& row : value_rows()) {
+        mistakes += check(row) ? 0 : 1;
     }
-    return count == 0 ? 0 : 1;
+    for (graph_row const& row : graph_rows()) {
+        mistakes += check(row) ? 0 : 1;
+    }
+    return mistakes == 0 ? 0 : 1;
 }

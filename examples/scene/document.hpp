@@ -1,39 +1,60 @@
 #pragma once
 
-#include "model.hpp"
+#include "i_node.hpp"
 
-#include <velum/values/any_map.hpp>
+#include <velum/boxed/value_map.hpp>
+#include <velum/core/i_unknown_map.hpp>
+
+#include <cstddef>
+#include <string>
+#include <vector>
 
 namespace scene {
 
-/// The scene as a document of value maps:
-///
-///     kind        string           "scene": a stored map doesn't say on its own what it is
-///     version     int              1
-///     name        string
-///     counts      any_map          materials, shapes: int; vertices, faces: long long
-///     bounds      affine_space3    takes the cube from (0 0 0) to (1 1 1) to the box around all vertices
-///     materials   vector<any_map>
-///         name                        string
-///         diffuse, specular, glow     float vector of 3
-///         shininess, opacity          float
-///         pictures                    uany_map: a ustring under the channel's name, for each channel that has one
-///     shapes      vector<uany_map>
-///         name                        string
-///         id                          guid_t, see `shape_identifier`
-///         material                    int, a place in `materials`, or -1
-///         lowest, highest             float vectors of 3: the corners of the box around it
-///         has_normals, has_texcoords  bool
-///         vertices                    byte_vector of `vertex`
-///         faces                       byte_vector of 32-bit numbers: how many corners each face has
-///         corners                     byte_vector of 32-bit numbers: places in `vertices`, face after face
-///
-/// There may be thousands of shapes, all with the same few keys, so their maps have interned ones. Materials are looked
-/// at by people and other programs, so theirs are in alphabetical order.
-velum::any_map make_document(model const& from);
+// The scene as a graph of objects. Whatever it leads to by two ways is stored once, and comes back as one object:
+//
+//     document     object map: "info", "materials" and "root"
+//       info       value map, see below
+//       materials  object map: a value map under the name of each material, which the meshes with it have too
+//       root       node, named like the model, without a mesh
+//         child    node for an object of the model, without a mesh
+//           child  node for the part of that object that has one material and group, with its mesh
+//
+// The info has
+//
+//     kind       string            "scene": a stored graph doesn't say on its own what it is
+//     version    int               2
+//     name       string
+//     counts     any_map           materials, meshes, nodes: int; vertices, faces: long long
+//     bounds     affine_space3     takes the cube from (0 0 0) to (1 1 1) to the box around all vertices
+//     materials  vector<any>       their names, strings: an object map doesn't tell its keys
+//
+// and a material
+//
+//     name                        string
+//     diffuse, specular, glow     float vector of 3
+//     shininess, opacity          float
+//     pictures                    any_map: a ustring under the channel's name, for each channel that has one
 
-/// Throws `std::runtime_error`, `velum::key_not_found` among them, unless `document` is a scene as above: every key
-/// there with its type, every count right, and every place within what it points into.
-void check_document(velum::any_map const& document);
+/// What a document has under its keys, null for what is missing or of another kind.
+struct document_parts {
+    explicit document_parts(velum::iptr<velum::i_unknown_map_t> const& document);
+
+    velum::iptr<velum::i_uany_map_t> info;
+    velum::iptr<velum::i_unknown_map_t> materials;
+    velum::iptr<i_node_t> root;
+
+    /// What stands under `name` in `materials`.
+    velum::iptr<velum::i_uany_map_t> material(std::string const& name) const;
+
+    /// Throws `std::runtime_error` where `info` has no list of names.
+    std::vector<std::string> material_names() const;
+};
+
+/// Gives the number of objects that a document has by the above. Throws `std::runtime_error`, `velum::key_not_found`
+/// among them, unless all of it is there: every value of its type, every count right, every place within what it points
+/// into, and the nodes a tree in which each knows its parent. Other objects in an object map can't be seen from
+/// outside; whoever reads a document counts what it brought.
+std::size_t check_document(velum::iptr<velum::i_unknown_map_t> const& document);
 
 }  // namespace scene

@@ -1,8 +1,15 @@
 #include "files.hpp"
 
+#include "arrivals.hpp"
+#include "classes.hpp"
+#include "document.hpp"
+#include "require.hpp"
+#include "stages.hpp"
+
+#include <velum/serial/serializer.hpp>
 #include <velum/values/errors.hpp>
-#include <velum/wire/read.hpp>
-#include <velum/wire/write.hpp>
+
+#include <boost/smart_ptr/make_shared.hpp>
 
 #include <cerrno>
 #include <stdexcept>
@@ -13,6 +20,7 @@ namespace scene {
 namespace {
 
 namespace fs = std::filesystem;
+using object_map = velum::iptr<velum::i_unknown_map_t>;
 
 [[noreturn]] void fail(fs::path const& file, std::string const& reason) {
     throw std::runtime_error(file.string() + ": " + reason);
@@ -33,6 +41,26 @@ std::streamoff position(std::ifstream& stream) {
     return stream.tellg();
 }
 
+// What stands before the class of an object or the type of a value, and what has been read of these when they turn out
+// to be unknown.
+constexpr std::streamoff size_of_tag = 4;
+constexpr std::streamoff size_of_number = 4;
+constexpr std::streamoff size_of_identifier = sizeof(velum::guid_t);
+
+object_map read_document(boost::shared_ptr<std::ifstream> const& stream, arrivals& arrived) {
+    velum::iptr<velum::i_istream_t> input;
+    velum::basic_istream_t::create(nullptr, stream, velum::iid_istream, &input);
+    velum::iptr<velum::i_serializer_t> reader;
+    velum::basic_serializer_t::create(nullptr, input, make_factory(), 0, velum::iid_serializer, &reader);
+    reader->set_object_mapper([&arrived](auto const& object) {
+        arrived.add(object);
+        return object;
+    });
+    auto const document = read_reference<velum::i_unknown_map_t>(reader, velum::iid_unknown_map, "the document");
+    require(static_cast<bool>(document), "null is in the place of the document");
+    return document;
+}
+
 }  // namespace
 
 std::ifstream open_to_read(fs::path const& file) {
@@ -51,35 +79,50 @@ std::ifstream open_to_read(fs::path const& file) {
     return stream;
 }
 
-void save(fs::path const& file, velum::any_map const& document) {
-    std::ofstream stream(file, std::ios::binary);
-    if (!stream) {
+void save(fs::path const& file, object_map const& document) {
+    auto const stream = boost::make_shared<std::ofstream>(file, std::ios::binary);
+    if (!*stream) {
         fail(file, last_error());
     }
-    stream.exceptions(std::ios::badbit | std::ios::failbit);  // `write` looks at no state
+    stream->exceptions(std::ios::badbit | std::ios::failbit);  // the serializer looks at no state
     try {
-        velum::write(stream, document);
-        stream.close();
+        velum::iptr<velum::i_ostream_t> output;
+        velum::basic_ostream_t::create(nullptr, stream, velum::iid_ostream, &output);
+        velum::iptr<velum::i_serializer_t> writer;
+        velum::basic_serializer_t::create(nullptr, output, 0, velum::iid_serializer, &writer);
+        writer->write_object({document, velum::iid_serializable});
+        stream->close();
     } catch (std::ios_base::failure const&) {
         fail(file, "can't be written to its end");
     }
 }
 
-void load(fs::path const& file, velum::any_map& document) {
-    std::ifstream stream = open_to_read(file);
-    stream.exceptions(std::ios::badbit | std::ios::failbit);  // without them what is missing reads as zeros
+object_map load(fs::path const& file) {
+    auto const stream = boost::make_shared<std::ifstream>(open_to_read(file));
+    stream->exceptions(std::ios::badbit | std::ios::failbit);  // without them what is missing reads as zeros
+    arrivals arrived;
+    object_map document;
     try {
-        velum::read(stream, document);
+        document = read_document(stream, arrived);
+    } catch (velum::i_object_factory_t::class_not_registered const&) {
+        std::streamoff const offset = position(*stream) - size_of_identifier;
+        bool const is_first = offset == size_of_tag + size_of_number;
+        fail_at(file, is_first ? "it doesn't begin as a scene does" : "an object of an unknown class", offset);
     } catch (velum::unknown_type const& failure) {
-        std::streamoff const size_of_tag = 4;  // what it was thrown for has been read by then
-        fail_at(file, failure.what(), position(stream) - size_of_tag);
+        fail_at(file, failure.what(), position(*stream) - size_of_tag);
     } catch (std::exception const& failure) {
-        std::string const reason = stream.eof() ? "the file ends in the midst of a value" : failure.what();
-        fail_at(file, reason, position(stream));
+        std::string const reason = stream->eof() ? "the file ends in the midst" : failure.what();
+        fail_at(file, reason, position(*stream));
     }
-    if (stream.peek() != std::ifstream::traits_type::eof()) {
-        fail_at(file, "something stands behind the document", position(stream));
+    if (stream->peek() != std::ifstream::traits_type::eof()) {
+        fail_at(file, "something stands behind the document", position(*stream));
     }
+    try {
+        arrived.accept(check_document(document));
+    } catch (std::runtime_error const& failure) {
+        fail(file, std::string("no scene: ") + failure.what());
+    }
+    return document;
 }
 
 }  // namespace scene

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <velum/values/any_map.hpp>
+#include <velum/core/i_unknown_map.hpp>
+#include <velum/core/iptr.hpp>
 
 #include <filesystem>
 #include <fstream>
@@ -12,10 +13,10 @@ namespace scene {
 /// A regular file, open for reading, whatever it may contain.
 std::ifstream open_to_read(std::filesystem::path const& file);
 
-void save(std::filesystem::path const& file, velum::any_map const& document);
+void save(std::filesystem::path const& file, velum::iptr<velum::i_unknown_map_t> const& document);
 
-/// Reads a file that holds one document and nothing else. When that fails the message has the offset of the byte
-/// where it did, and `document` what was read before.
-void load(std::filesystem::path const& file, velum::any_map& document);
+/// Reads a file that holds one scene and nothing else, and checks it. When reading fails the message has the offset of
+/// the byte where it did.
+velum::iptr<velum::i_unknown_map_t> load(std::filesystem::path const& file);
 
 }  // namespace scene

@@ -19,7 +19,7 @@ std::uint64_t fnv1a(std::uint64_t hash, std::string_view text) {
 
 }  // namespace
 
-velum::guid_t shape_identifier(std::string const& name, std::size_t position) {
+velum::guid_t mesh_identifier(std::string const& name, std::size_t position) {
     std::string const text = name + '#' + std::to_string(position);
     std::uint64_t const first = fnv1a(start_of_hash, text);
     std::ostringstream digits;

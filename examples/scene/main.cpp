@@ -1,9 +1,10 @@
-// How a program keeps its document in velum: it makes value maps of what it has (document.cpp), stores them with one
-// call and reads them with another (files.cpp), and looks at what it gets before it relies on it (check_document.cpp).
+// How a program keeps its document in velum: it has classes of its own (mesh.cpp, node.cpp) and takes what the library
+// has (make_document.cpp), stores the graph with one call and reads it with another (files.cpp), and looks at what it
+// gets before it relies on it (check_document.cpp).
 
 #include "comparison.hpp"
-#include "document.hpp"
 #include "files.hpp"
+#include "make_document.hpp"
 #include "model.hpp"
 #include "text.hpp"
 #include "tree.hpp"
@@ -23,7 +24,7 @@ namespace fs = std::filesystem;
 constexpr char const* usage = "usage: scene [MODEL.obj [OUT.velum]] | scene show FILE.velum | scene --help";
 
 constexpr char const* help = R"(
-scene [MODEL.obj [OUT.velum]]  reads a Wavefront OBJ model, stores it as value maps, reads these back, and prints them
+scene [MODEL.obj [OUT.velum]]  reads a Wavefront OBJ model, stores it as a graph of objects, reads it back, and prints it
 scene show FILE.velum          prints what a stored file holds
 
 Without a model it takes a small one of its own. OUT.velum is the model's name in the current folder by default.
@@ -57,14 +58,6 @@ void print_notes(scene::model const& model) {
     }
 }
 
-void check(fs::path const& file, velum::any_map const& document) {
-    try {
-        scene::check_document(document);
-    } catch (std::runtime_error const& failure) {
-        throw std::runtime_error(file.string() + ": no scene: " + failure.what());
-    }
-}
-
 void store(fs::path const& model_file, fs::path const& out) {
     std::error_code error;
     if (fs::equivalent(model_file, out, error)) {
@@ -72,36 +65,27 @@ void store(fs::path const& model_file, fs::path const& out) {
     }
     scene::model model;
     double const loaded = milliseconds([&] { model = scene::load_model(model_file); });
-    velum::any_map const document = scene::make_document(model);
+    auto const document = scene::make_document(model);
     double const written = milliseconds([&] { scene::save(out, document); });
-    velum::any_map copy;
-    double const read = milliseconds([&] { scene::load(out, copy); });
+    velum::iptr<velum::i_unknown_map_t> copy;
+    double const read = milliseconds([&] { copy = scene::load(out); });
 
     scene::comparison const compared = scene::compare(document, copy);
     if (!compared.same) {
         throw std::runtime_error(out.string() + ": what was read differs from what was written at " +
                                  compared.difference);
     }
-    check(out, copy);
     scene::print_tree(std::cout, out.string(), copy);
-    std::cout << fs::file_size(out) << " bytes; all " << compared.values << " values came back as they were\n"
+    std::cout << fs::file_size(out) << " bytes; all " << compared.objects << " objects and " << compared.values
+              << " values came back as they were\n"
               << std::fixed << std::setprecision(2) << "model loaded in " << loaded << " ms, document written in "
               << written << " ms, read in " << read << " ms\n";
     print_notes(model);
 }
 
 void show(fs::path const& file) {
-    velum::any_map document;
-    try {
-        scene::load(file, document);
-    } catch (std::runtime_error const&) {
-        if (!document.empty()) {
-            scene::print_tree(std::cout, file.string(), document);
-        }
-        throw;
-    }
+    auto const document = scene::load(file);
     scene::print_tree(std::cout, file.string(), document);
-    check(file, document);
 }
 
 void run(std::vector<std::string> const& arguments) {

@@ -65,12 +65,13 @@ tinyobj::callback_t callbacks() {
     return calls;
 }
 
-// Every library that is read ends in a material, be it one without a name.
+// Every library that is read ends in a material, be it one without a name. Of several with one name the first counts.
 void tidy(std::vector<tinyobj::material_t>& materials) {
-    for (tinyobj::material_t& material : materials) {
+    std::set<std::string> names;
+    std::erase_if(materials, [&names](tinyobj::material_t& material) {
         material.name = trimmed(material.name);
-    }
-    std::erase_if(materials, [](tinyobj::material_t const& material) { return material.name.empty(); });
+        return material.name.empty() || !names.insert(material.name).second;
+    });
 }
 
 }  // namespace

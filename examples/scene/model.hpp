@@ -1,9 +1,9 @@
 #pragma once
 
+#include "mesh_data.hpp"
+
 #include <tiny_obj_loader.h>
 
-#include <array>
-#include <cstdint>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -11,30 +11,17 @@
 
 namespace scene {
 
-/// What stands at a corner of a face, as it lies in the document's buffers.
-struct vertex {
-    std::array<float, 3> position;
-    std::array<float, 3> normal;    // zero where the model has none
-    std::array<float, 2> texcoord;  // zero where the model has none
-};
-static_assert(sizeof(vertex) == 8 * sizeof(float));
-
-/// The faces of one object and group that have one material.
-struct mesh {
-    std::string name;
-    int material = -1;  // its place in the model's materials, -1 for none
-    bool has_normals = true;
-    bool has_texcoords = true;
-    std::vector<vertex> vertices;
-    std::vector<std::uint32_t> faces;    // how many corners each face has
-    std::vector<std::uint32_t> corners;  // their places in `vertices`, face after face
+struct model_mesh {
+    std::string part;      // the object of the model that it belongs to, or the group where there is no object
+    std::string material;  // the name of one of the model's materials, empty for none
+    mesh_data data;
 };
 
 struct model {
     std::string name;
-    std::vector<tinyobj::material_t> materials;
-    std::vector<mesh> meshes;
-    std::set<std::string> notes;  // what was left out, in words
+    std::vector<tinyobj::material_t> materials;  // no two of one name
+    std::vector<model_mesh> meshes;              // those of one part in a row
+    std::set<std::string> notes;                 // what was left out, in words
 };
 
 /// Reads a Wavefront OBJ file and the material libraries that it names.

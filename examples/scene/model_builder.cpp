@@ -1,14 +1,19 @@
 #include "model_builder.hpp"
 
+#include "identifier.hpp"
+
 #include <boost/container_hash/hash.hpp>
 
 #include <algorithm>
 #include <cstddef>
 #include <stdexcept>
 #include <unordered_map>
+#include <utility>
 
 namespace scene {
 namespace {
+
+char const* const unnamed = "default";
 
 int from_zero(int index, std::size_t count) {
     if (index > 0) {
@@ -54,8 +59,7 @@ void model_builder::add_face(tinyobj::index_t const* corners, int count) {
         return;
     }
     if (current_ == nullptr) {
-        std::string const name = object_ + (object_.empty() || group_.empty() ? "" : "/") + group_;
-        current_ = &outlines_[{name.empty() ? "default" : name, material_}];
+        current_ = &outlines_[{object_, group_, material_}];
     }
     current_->faces.push_back(static_cast<std::uint32_t>(count));
     std::for_each(corners, corners + count, [this](tinyobj::index_t const& at) {
@@ -67,21 +71,27 @@ void model_builder::add_face(tinyobj::index_t const* corners, int count) {
 
 void model_builder::finish() {
     for (auto const& [names, from] : outlines_) {
-        mesh& made = result.meshes.emplace_back(make_mesh(from));
-        made.name = names.first;
-        made.material = place_of_material(names.second);
+        auto const& [object, group, material] = names;
+        std::string name = object;
+        name.append(object.empty() || group.empty() ? "" : "/").append(group);
+        std::string const& part = object.empty() ? group : object;
+        mesh_data made = make_mesh(from);
+        made.name = name.empty() ? unnamed : name;
+        made.id = mesh_identifier(made.name, result.meshes.size());
+        result.meshes.push_back({part.empty() ? unnamed : part, known_material(material), std::move(made)});
     }
 }
 
-mesh model_builder::make_mesh(outline const& from) const {
-    mesh made;
+mesh_data model_builder::make_mesh(outline const& from) const {
+    mesh_data made;
     made.faces = from.faces;
     auto const hash = [](corner const& at) { return boost::hash_range(at.begin(), at.end()); };
     std::unordered_map<corner, std::uint32_t, decltype(hash)> places(from.corners.size(), hash);
     for (corner const& at : from.corners) {
         auto const [place, is_new] = places.emplace(at, static_cast<std::uint32_t>(made.vertices.size()));
         if (is_new) {
-            made.vertices.push_back(make_vertex(at));
+            auto const& [x, y, z] = made.vertices.emplace_back(make_vertex(at)).position;
+            made.bounds.take_in({x, y, z});
             made.has_texcoords = made.has_texcoords && at[1] >= 0;
             made.has_normals = made.has_normals && at[2] >= 0;
         }
@@ -101,15 +111,12 @@ vertex model_builder::make_vertex(corner const& at) const {
     return made;
 }
 
-int model_builder::place_of_material(std::string const& name) {
-    auto const found = std::ranges::find(result.materials, name, &tinyobj::material_t::name);
-    if (found != result.materials.end()) {
-        return static_cast<int>(found - result.materials.begin());
+std::string model_builder::known_material(std::string const& name) {
+    if (name.empty() || std::ranges::count(result.materials, name, &tinyobj::material_t::name) != 0) {
+        return name;
     }
-    if (!name.empty()) {
-        result.notes.insert("there is no material " + name);
-    }
-    return -1;
+    result.notes.insert("there is no material " + name);
+    return {};
 }
 
 }  // namespace scene

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 namespace scene {
@@ -39,9 +39,9 @@ private:
         std::vector<corner> corners;
     };
 
-    mesh make_mesh(outline const& from) const;
+    mesh_data make_mesh(outline const& from) const;
     vertex make_vertex(corner const& at) const;
-    int place_of_material(std::string const& name);
+    std::string known_material(std::string const& name);
 
     std::vector<std::array<float, 3>> positions_;
     std::vector<std::array<float, 3>> normals_;
@@ -49,8 +49,8 @@ private:
     std::string object_;
     std::string group_;
     std::string material_;
-    std::map<std::pair<std::string, std::string>, outline> outlines_;  // under names of mesh and material
-    outline* current_ = nullptr;                                       // null when a name has changed
+    std::map<std::tuple<std::string, std::string, std::string>, outline> outlines_;  // object, group and material
+    outline* current_ = nullptr;  // null when one of these has changed
 };
 
 }  // namespace scene

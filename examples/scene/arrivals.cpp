@@ -1,0 +1,63 @@
+#include "arrivals.hpp"
+
+#include "require.hpp"
+
+#include <velum/boxed/value_map.hpp>
+#include <velum/serial/serializer.hpp>
+#include <velum/wire/write.hpp>
+
+#include <boost/smart_ptr/make_shared.hpp>
+
+#include <sstream>
+
+namespace scene {
+namespace {
+
+// Neither kind of map can be emptied but by reading. A boxed value map merges, so each of its values gets another one;
+// an object map takes what it reads for all that it has. Without values the two read the same bytes.
+void take_apart(velum::iptr<velum::i_unknown_t> const& object) {
+    velum::iptr<velum::i_unknown_map_t> const objects(object, velum::iid_unknown_map);
+    velum::iptr<velum::i_uany_map_t> const values(object, velum::iid_uany_map);
+    if (!objects && !values) {
+        return;
+    }
+    velum::uany_map instead;
+    if (values) {
+        for (auto const& [key, value] : values->map()) {
+            instead[key] = 0;
+        }
+    }
+    auto const stream = boost::make_shared<std::stringstream>();
+    stream->write("\0\0\1\0", 4);  // the version word
+    velum::write(*stream, instead);
+    velum::iptr<velum::i_istream_t> input;
+    velum::basic_istream_t::create(nullptr, stream, velum::iid_istream, &input);
+    velum::iptr<velum::i_serializer_t> reader;
+    velum::basic_serializer_t::create(nullptr, input, nullptr, 0, velum::iid_serializer, &reader);
+    velum::iptr<velum::i_serializable_t>(object, velum::iid_serializable)->deserialize(reader);
+}
+
+}  // namespace
+
+arrivals::~arrivals() {
+    for (auto const& object : objects_) {
+        try {
+            take_apart(object);
+        } catch (std::exception const&) {  // out of memory, so what can't be taken apart stays
+        }
+    }
+}
+
+void arrivals::add(velum::iptr<velum::i_serializable_t> const& object) {
+    velum::iptr<velum::i_unknown_t> const identity(object, velum::iid_unknown);
+    bool const is_new = objects_.insert(identity).second;
+    bool const is_map = static_cast<bool>(velum::iptr<velum::i_unknown_map_t>(object, velum::iid_unknown_map));
+    require(is_new || !is_map, "an object map stands in two places");
+}
+
+void arrivals::accept(std::size_t count) {
+    require(objects_.size() == count, "there are objects that don't belong to it");
+    objects_.clear();
+}
+
+}  // namespace scene
