@@ -8,6 +8,8 @@
 #include <velum/wire/detail/sinks.hpp>
 #include <velum/wire/detail/sources.hpp>
 
+#include <utility>
+
 namespace velum {
 namespace {
 
@@ -38,7 +40,17 @@ bool basic_unknown_map_t::deserialize_function(iptr<i_unknown_t> const& outer, i
 }
 
 void basic_unknown_map_t::basic_unknown_map_imp_t::set(std::string const& key, iptr<i_unknown_t> const& value) {
-    payload[key] = value;
+    // The object that goes may come back to the map from its destructor, so its entry is out of the map meanwhile.
+    auto entry = payload.extract(key);
+    if (entry.empty()) {
+        payload[key] = value;
+        return;
+    }
+    entry.mapped() = value;
+    auto const result = payload.insert(std::move(entry));
+    if (!result.inserted) {
+        result.position->second = value;
+    }
 }
 
 iptr<i_unknown_t> basic_unknown_map_t::basic_unknown_map_imp_t::get(std::string const& key) {
@@ -55,7 +67,7 @@ void basic_unknown_map_t::basic_unknown_map_imp_t::serialize_obj(iptr<i_serializ
 void basic_unknown_map_t::basic_unknown_map_imp_t::serialize(iptr<i_serializer_t> const& s) const {
     detail::write_version_word(s);
     detail::write_word(*s, detail::count_of(payload.size()));
-    detail::serializer_sink sink(s);
+    detail::serializer_sink sink(*s);
     for (auto const& [key, object] : payload) {
         s->write_string(key);
         sink.write_object(object);
@@ -68,7 +80,7 @@ void basic_unknown_map_t::basic_unknown_map_imp_t::deserialize(iptr<i_serializer
     object_map().swap(payload);  // a destructor that looks into the map finds it empty
 
     constexpr std::uint64_t entry_memory = 64;  // bytes, about what a node takes
-    detail::serializer_source source(s);
+    detail::serializer_source source(*s);
     detail::arrivals arrivals(source);
     arrivals.promise(count * entry_memory);
     for (std::uint32_t i = 0; i < count; ++i) {

@@ -69,10 +69,12 @@ public:
     nested_t(nested_t&&) noexcept(std::is_nothrow_move_constructible_v<Payload>) = default;
     ~nested_t() override = default;
 
-    // Members of standard types may lose their content when they are assigned to themselves.
+    // Members of standard types may lose their content when they are assigned to themselves. A payload with `drop()`
+    // gives up what it holds before it takes anything; any other stays as it was when the copy fails.
     nested_t& operator=(nested_t const& other) {
         if (this != &other) {
-            payload = other.payload;
+            drop_payload();
+            payload = Payload(other.payload);
             outer = other.outer;
         }
         return *this;
@@ -80,6 +82,7 @@ public:
 
     nested_t& operator=(nested_t&& other) noexcept(std::is_nothrow_move_assignable_v<Payload>) {
         if (this != &other) {
+            drop_payload();
             payload = std::move(other.payload);
             outer = other.outer;
         }
@@ -94,6 +97,13 @@ public:
 
     /// The controlling unknown, without a reference.
     i_unknown_t* outer;
+
+private:
+    void drop_payload() {
+        if constexpr (requires { payload.drop(); }) {
+            payload.drop();
+        }
+    }
 };
 
 /// The outer object of an aggregatable class: identity, count and the ways to make one.

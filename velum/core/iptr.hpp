@@ -40,8 +40,11 @@ public:
         if (this != &other) {
             T* const pointer = other.pointer_;
             drop();
-            pointer_ = pointer;
+            T* const late = std::exchange(pointer_, pointer);  // what a destructor put here meanwhile
             take();
+            if (late != nullptr) {
+                late->release();
+            }
         }
         return *this;
     }

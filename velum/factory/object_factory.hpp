@@ -56,6 +56,11 @@ private:
     struct registry {
         std::set<guid_t> registered_ids;
         boost::unordered_map<guid_t, class_entry> classes;
+
+        void drop() {
+            classes.clear();
+            registered_ids.clear();
+        }
     };
 
     class basic_object_factory_imp_t : public nested_t<registry, i_object_factory_t> {

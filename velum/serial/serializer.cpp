@@ -3,8 +3,8 @@
 #include <velum/core/detail/words.hpp>
 #include <velum/serial/detail/record.hpp>
 #include <velum/serial/serializer.hpp>
-#include <velum/wire/detail/arrivals.hpp>
 #include <velum/wire/detail/count.hpp>
+#include <velum/wire/detail/fill.hpp>
 #include <velum/wire/detail/sources.hpp>
 
 #include <stdexcept>
@@ -62,9 +62,13 @@ std::map<std::string, boost::any> const& basic_serializer_t::basic_serializer_im
     return payload.attributes;
 }
 
+// What runs within an operation may drop the last reference that others hold on the serializer, so each takes one on
+// itself.
+
 void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializable_t> const& object) {
     stack_guard const guard(stack_guard::reserve::for_writing);
     stack_guard::level_of_object const level(guard);
+    auto const writer = self();
     iptr<i_serializable_t> const meant = mapped(object);
     if (!meant) {
         write_word(output(), record::null);
@@ -77,7 +81,6 @@ void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializabl
         write_word(output(), static_cast<std::uint32_t>(known->second));
         return;
     }
-    auto const writer = self();
     writer->write_object_header(identity);
     meant->serialize(writer);
 }
@@ -86,6 +89,7 @@ void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializabl
 void basic_serializer_t::basic_serializer_imp_t::write_object_header(iptr<i_unknown_t> const& object) {
     stack_guard const guard(stack_guard::reserve::for_writing);
     stack_guard::level_of_object const level(guard);
+    auto const writer = self();
     iptr<i_serializable_t> const serializable(object, iid_serializable);
     detail::required(serializable, "object not serializable");
     write_word(output(), record::new_object);
@@ -94,12 +98,13 @@ void basic_serializer_t::basic_serializer_imp_t::write_object_header(iptr<i_unkn
     payload.numbers_of_objects.insert_or_assign(object, number);
     guid_t const clsid = serializable->clsid();
     output().write(reinterpret_cast<char const*>(&clsid), sizeof clsid);
-    serializable->serialize_obj(self());
+    serializable->serialize_obj(writer);
 }
 
 bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable_t>& object) {
     stack_guard const guard(stack_guard::reserve::for_reading);
     stack_guard::level const level(guard);
+    auto const reader = self();
     object = nullptr;
     std::uint32_t const tag = read_word(input());
     if (tag == record::null) {
@@ -110,7 +115,10 @@ bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable
             return false;
         }
     } else {
-        read_new_object(object);
+        build_object(reader, nullptr)->query_interface(iid_serializable, &object);
+        // A reference of its own: the object may reach the caller's holder while it reads.
+        iptr<i_serializable_t> const built = object;
+        detail::required(built, "object is not deserializable").deserialize(reader);
     }
     object = mapped(object);
     return true;
@@ -124,35 +132,28 @@ bool basic_serializer_t::basic_serializer_imp_t::read_reference(iptr<i_serializa
     return found->second->query_interface(iid_serializable, &object);
 }
 
-void basic_serializer_t::basic_serializer_imp_t::read_new_object(iptr<i_serializable_t>& object) {
-    iptr<i_unknown_t> built;
-    build_object(nullptr, built);
-    built->query_interface(iid_serializable, &object);
-    // A reference of its own: the object may reach the caller's holder while it reads.
-    iptr<i_serializable_t> const serializable = object;
-    detail::required(serializable, "object is not deserializable").deserialize(self());
-}
-
 bool basic_serializer_t::basic_serializer_imp_t::read_object_header(iptr<i_unknown_t> const& controlling,
                                                                     iptr<i_unknown_t>& object) {
     stack_guard const guard(stack_guard::reserve::for_reading);
     stack_guard::level const level(guard);
+    auto const reader = self();
     read_word(input());
-    object = nullptr;
-    build_object(controlling, object);
+    object = build_object(reader, controlling);
     return true;
 }
 
 // The object is in the table before its state stage is read, so that references from inside it find the object.
-void basic_serializer_t::basic_serializer_imp_t::build_object(iptr<i_unknown_t> const& controlling,
-                                                              iptr<i_unknown_t>& object) {
+iptr<i_unknown_t> basic_serializer_t::basic_serializer_imp_t::build_object(iptr<i_serializer_t> const& reader,
+                                                                           iptr<i_unknown_t> const& controlling) {
     std::uint32_t const number = read_word(input());
     guid_t clsid;
     input().read(reinterpret_cast<char*>(&clsid), sizeof clsid);
+    iptr<i_unknown_t> object;
     detail::required(payload.factory, "serializer has no object factory")
-        .deserialize_object(clsid, controlling, self(), object);
+        .deserialize_object(clsid, controlling, reader, object);
     detail::required(object, "object is not deserializable");
     payload.objects_by_number.insert_or_assign(number, object);
+    return object;
 }
 
 void basic_serializer_t::basic_serializer_imp_t::write_string(std::string const& text) {
@@ -165,8 +166,8 @@ void basic_serializer_t::basic_serializer_imp_t::write_string(std::string const&
 void basic_serializer_t::basic_serializer_imp_t::read_string(std::string& text) {
     std::uint32_t const length = read_word(input());
     text.clear();
-    detail::serializer_source source(self());
-    detail::arrivals(source).fill(text, length);
+    detail::serializer_source source(*this);
+    detail::fill(source, text, length);
 }
 
 void basic_serializer_t::basic_serializer_imp_t::write(char const* data, long long count) {
@@ -197,7 +198,7 @@ void basic_serializer_t::basic_serializer_imp_t::flush() {
 }
 
 void basic_serializer_t::basic_serializer_imp_t::set_object_mapper(object_mapper_t const& mapper) {
-    payload.mapper = mapper ? std::make_shared<object_mapper_t const>(mapper) : nullptr;
+    payload.mapper = mapper_holder(mapper);
 }
 
 i_istream_t& basic_serializer_t::basic_serializer_imp_t::input() const {
@@ -209,7 +210,7 @@ i_ostream_t& basic_serializer_t::basic_serializer_imp_t::output() const {
 }
 
 iptr<i_serializable_t> basic_serializer_t::basic_serializer_imp_t::mapped(iptr<i_serializable_t> const& object) const {
-    auto const mapper = payload.mapper;
+    auto const mapper = payload.mapper.shared;
     return mapper ? (*mapper)(object) : object;
 }
 

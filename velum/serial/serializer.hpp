@@ -91,13 +91,29 @@ private:
         std::size_t operator()(iptr<i_unknown_t> const& object) const { return boost::hash_value(object.get()); }
     };
 
+    /// An object mapper, of which each copy has one of its own, or none. It is shared for the time of a call, in which
+    /// it may be replaced.
+    class mapper_holder {
+    public:
+        mapper_holder() = default;
+        explicit mapper_holder(object_mapper_t const& mapper)
+            : shared(mapper ? std::make_shared<object_mapper_t const>(mapper) : nullptr) {}
+        mapper_holder(mapper_holder const& other) : mapper_holder(other.shared ? *other.shared : object_mapper_t()) {}
+        mapper_holder(mapper_holder&&) noexcept = default;
+        mapper_holder& operator=(mapper_holder const&) = delete;
+        mapper_holder& operator=(mapper_holder&&) noexcept = default;
+        ~mapper_holder() = default;
+
+        std::shared_ptr<object_mapper_t const> shared;
+    };
+
     struct state {
         iptr<i_istream_t> input{};
         iptr<i_ostream_t> output{};
         iptr<i_object_factory_t> factory{};
         int version = 0;
         std::map<std::string, boost::any> attributes{};
-        std::shared_ptr<object_mapper_t const> mapper{};  // shared, so that a mapper may replace itself
+        mapper_holder mapper{};
 
         // A writer's. The key is what the object answers to `iid_unknown`.
         boost::unordered_map<iptr<i_unknown_t>, std::uint64_t, by_address> numbers_of_objects{};
@@ -105,6 +121,13 @@ private:
 
         // A reader's. The stream says the numbers.
         boost::unordered_map<std::uint64_t, iptr<i_unknown_t>> objects_by_number{};
+
+        void drop() {
+            objects_by_number.clear();
+            numbers_of_objects.clear();
+            mapper = {};
+            attributes.clear();
+        }
     };
 
     class basic_serializer_imp_t : public nested_t<state, i_serializer_t> {
@@ -133,8 +156,7 @@ private:
         iptr<i_serializer_t> self() { return this; }
         iptr<i_serializable_t> mapped(iptr<i_serializable_t> const& object) const;
         bool read_reference(iptr<i_serializable_t>& object);
-        void read_new_object(iptr<i_serializable_t>& object);
-        void build_object(iptr<i_unknown_t> const& controlling, iptr<i_unknown_t>& object);
+        iptr<i_unknown_t> build_object(iptr<i_serializer_t> const& reader, iptr<i_unknown_t> const& controlling);
     };
 
     std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_serializer, &imp}}}; }

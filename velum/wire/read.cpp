@@ -1,3 +1,4 @@
+#include <velum/core/detail/required.hpp>
 #include <velum/wire/detail/reader.hpp>
 #include <velum/wire/detail/sources.hpp>
 #include <velum/wire/read.hpp>
@@ -21,11 +22,11 @@ void read(std::basic_istream<char>& stream, uany_map& map) {
 }
 
 void read(iptr<i_serializer_t> const& s, any_map& map) {
-    read_from(detail::serializer_source(s), map);
+    read_from(detail::serializer_source(detail::required(s, "serializer is null")), map);
 }
 
 void read(iptr<i_serializer_t> const& s, uany_map& map) {
-    read_from(detail::serializer_source(s), map);
+    read_from(detail::serializer_source(detail::required(s, "serializer is null")), map);
 }
 
 void deserialize(any_map& map, iptr<i_serializer_t> const& s) {

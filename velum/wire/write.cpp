@@ -1,3 +1,4 @@
+#include <velum/core/detail/required.hpp>
 #include <velum/wire/detail/sinks.hpp>
 #include <velum/wire/detail/writer.hpp>
 #include <velum/wire/write.hpp>
@@ -21,11 +22,11 @@ void write(std::basic_ostream<char>& stream, uany_map const& map) {
 }
 
 void write(iptr<i_serializer_t> const& s, any_map const& map) {
-    write_to(detail::serializer_sink(s), map);
+    write_to(detail::serializer_sink(detail::required(s, "serializer is null")), map);
 }
 
 void write(iptr<i_serializer_t> const& s, uany_map const& map) {
-    write_to(detail::serializer_sink(s), map);
+    write_to(detail::serializer_sink(detail::required(s, "serializer is null")), map);
 }
 
 void serialize(any_map const& map, iptr<i_serializer_t> const& s) {

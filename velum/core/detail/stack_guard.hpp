@@ -1,7 +1,10 @@
 #pragma once
 
+#include <velum/core/detail/stack.hpp>
+#include <velum/core/detail/under_way.hpp>
+
 #include <cstddef>
-#include <cstdint>
+#include <optional>
 
 namespace velum::detail {
 
@@ -16,17 +19,17 @@ inline constexpr std::size_t stack_ballast = 1024;
 /// Ends a recursion over nested data with an exception before the stack runs out.
 ///
 /// A guard is made where an operation begins, and an object of type `level` stands in the frame of each level. A guard
-/// knows the stack of the thread that made it.
+/// knows the stack on which it was made. Operations within one another (an object within a graph writes its own map)
+/// share the room that the outermost one found.
 class stack_guard {
 public:
-    /// How much of the stack stays unused: a quarter on reading, half on writing. So a reader on the same stack gets
-    /// through all that a writer got through, although a level may take it half as much room again.
+    /// How much of that room stays unused: a quarter on reading, half on writing. So a reader that begins with as much
+    /// room gets through all that a writer got through, although a level may take it half as much again.
     enum class reserve { for_reading, for_writing };
 
     explicit stack_guard(reserve kept);
     stack_guard(stack_guard const&) = delete;
     stack_guard& operator=(stack_guard const&) = delete;
-    ~stack_guard();
 
     /// Throws `std::runtime_error` ("nesting too deep") when the stack has come down to the reserve.
     template <std::size_t Ballast>
@@ -34,7 +37,7 @@ public:
     public:
         explicit level_of(stack_guard const& guard) {
             asm volatile("" : : "r"(ballast_) : "memory");  // the optimiser must leave it on the stack
-            if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < guard.lowest_) {
+            if (place_of_frame() < guard.lowest_) {
                 throw_too_deep();
             }
         }
@@ -48,10 +51,21 @@ public:
     using level_of_object = level_of<3 * stack_ballast>;
 
 private:
+    /// The room that an outermost operation found.
+    struct room : under_way<room> {
+        explicit room(stack_place here);
+
+        static room const* around(stack_place place);
+
+        stack_place lowest;
+        stack_place highest;
+        bool is_foreign;
+    };
+
     [[noreturn]] static void throw_too_deep();
 
-    std::uintptr_t lowest_;
-    bool opens_window_ = false;
+    std::optional<room> own_;  // of an outermost operation
+    stack_place lowest_;
 };
 
 }  // namespace velum::detail

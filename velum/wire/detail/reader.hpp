@@ -3,6 +3,7 @@
 #include <velum/core/detail/stack_guard.hpp>
 #include <velum/values/catalogue.hpp>
 #include <velum/wire/detail/arrivals.hpp>
+#include <velum/wire/detail/fill.hpp>
 #include <velum/wire/detail/key_path.hpp>
 #include <velum/wire/detail/triples.hpp>
 #include <velum/wire/detail/value_tag.hpp>
@@ -26,8 +27,7 @@ namespace velum::detail {
 
 /// Reads from a source what `writer` writes. One reader serves one operation.
 ///
-/// Every number is zero before it is read, so that what a stream fails to deliver reads as zero and never as memory
-/// that nobody set.
+/// What is read into was set before, so that what a stream fails to deliver is never memory that nobody set.
 template <class Source>
 class reader {
 public:
@@ -80,7 +80,7 @@ private:
         value = triples<T>::build(components.data());
     }
 
-    VELUM_LEAF void get(value_shape::text, std::string& text) { arrivals_.fill(text, get_number<std::uint32_t>()); }
+    VELUM_LEAF void get(value_shape::text, std::string& text) { fill(source_, text, get_number<std::uint32_t>()); }
 
     VELUM_LEAF void get(value_shape::text form, ustring& text) {
         std::string read;
@@ -98,7 +98,7 @@ private:
         if (length > hopeless) {
             bytes.reserve(length);
         }
-        arrivals_.fill(bytes, length);
+        fill(source_, bytes, length);
     }
 
     template <class Map>

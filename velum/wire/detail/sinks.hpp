@@ -1,6 +1,5 @@
 #pragma once
 
-#include <velum/core/detail/required.hpp>
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
@@ -31,7 +30,7 @@ private:
 
 class serializer_sink {
 public:
-    explicit serializer_sink(iptr<i_serializer_t> const& s) : serializer_(required(s, "serializer is null")) {}
+    explicit serializer_sink(i_serializer_t& serializer) : serializer_(serializer) {}
 
     void write(void const* data, std::size_t size) {
         serializer_.write(static_cast<char const*>(data), static_cast<long long>(size));

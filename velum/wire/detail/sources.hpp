@@ -1,6 +1,5 @@
 #pragma once
 
-#include <velum/core/detail/required.hpp>
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
@@ -21,6 +20,8 @@ namespace velum::detail {
 class stream_source {
 public:
     explicit stream_source(std::basic_istream<char>& stream) : stream_(stream) {}
+
+    bool reads_from(stream_source const& other) const { return &stream_ == &other.stream_; }
 
     void read(void* data, std::uint64_t size) { arrives(data, size); }
 
@@ -46,11 +47,17 @@ private:
     std::basic_istream<char>& stream_;
 };
 
+/// What a place holds before a read that may bring nothing: no byte of it is zero. Another one in each process, so that
+/// nobody can store data that looks like it.
+std::uint64_t probe_bits();
+
 /// A serializer doesn't say what arrived. Its position does, where it moves with every read: a stream that ended has
 /// none any more. Without one, what was in the memory before is still there after a read that brought nothing.
 class serializer_source {
 public:
-    explicit serializer_source(iptr<i_serializer_t> const& s) : serializer_(required(s, "serializer is null")) {}
+    explicit serializer_source(i_serializer_t& serializer) : serializer_(serializer) {}
+
+    bool reads_from(serializer_source const& other) const { return &serializer_ == &other.serializer_; }
 
     void read(void* data, std::uint64_t size) {
         serializer_.read(static_cast<char*>(data), static_cast<long long>(size));
@@ -76,7 +83,7 @@ public:
     // A number that isn't zero has come, or isn't what was in its place before.
     template <class Number>
     bool number_arrives(Number& number) {
-        Number const before = position_ < 0 ? static_cast<Number>(0xD36AEF92C59DB1E7) : 0;
+        Number const before = position_ < 0 ? static_cast<Number>(probe_bits()) : 0;
         number = before;
         read(&number, sizeof number);
         if (number != before || before != 0) {
@@ -91,8 +98,12 @@ public:
         return !ended;
     }
 
-    /// Whether the stream still has a position, which one that ended has not.
-    bool goes_on() { return serializer_.tell() >= 0; }
+    /// Whether the position has moved since it was last looked at.
+    bool goes_on() {
+        long long const before = position_;
+        watch();
+        return position_ > before;
+    }
 
     void read_object(iptr<i_unknown_t>& object) {
         iptr<i_serializable_t> serializable;
@@ -106,13 +117,11 @@ private:
 
     // Single bytes come or don't. One that isn't what was in its place before has come, and the rest may.
     bool is_probed(unsigned char* bytes, std::uint64_t size) {
-        static constexpr unsigned char before[] = {0xE7, 0x5B, 0x9C, 0xF1, 0xA4, 0x3D, 0xC8, 0xB6,
-                                                   0x92, 0xEF, 0x6A, 0xD3, 0xBB, 0x84, 0xF9, 0xC5};
-        static_assert(sizeof before == probe);
         for (std::uint64_t i = 0; i < probe; ++i) {
-            bytes[i] = before[i];
+            auto const before = static_cast<unsigned char>(probe_bits() >> (i % 8 * 8));
+            bytes[i] = before;
             read(bytes + i, 1);
-            if (bytes[i] != before[i]) {
+            if (bytes[i] != before) {
                 read(bytes + i + 1, size - i - 1);
                 return true;
             }
