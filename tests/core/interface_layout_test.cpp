@@ -33,6 +33,7 @@ void expect_places(std::size_t first, Functions... functions) {
 
 TEST(interface_layout, operations_stand_in_their_places) {
     using s = i_serializer_t;
+    using f = i_object_factory_t;
     expect_places<i_unknown_t>(2, &i_unknown_t::query_interface, &i_unknown_t::add_ref, &i_unknown_t::release);
     expect_places<i_serializable_t>(5, &i_serializable_t::clsid, &i_serializable_t::serialize_obj,
                                     &i_serializable_t::serialize, &i_serializable_t::deserialize);
@@ -44,6 +45,13 @@ TEST(interface_layout, operations_stand_in_their_places) {
     expect_places<i_string_t>(5, static_cast<std::string& (i_string_t::*)()>(&i_string_t::string),
                               static_cast<std::string const& (i_string_t::*)() const>(&i_string_t::string));
     expect_places<i_uany_map_t>(5, &i_uany_map_t::map);
+    expect_places<i_istream_t>(5, &i_istream_t::tellg, &i_istream_t::seekg, &i_istream_t::read);
+    expect_places<i_ostream_t>(5, &i_ostream_t::tellp, &i_ostream_t::seekp, &i_ostream_t::write, &i_ostream_t::flush);
+    expect_places<f>(
+        5, static_cast<void (f::*)(any_map const&)>(&f::register_class),
+        static_cast<void (f::*)(guid_t const&, create_function_t const&, any_map const&, deserialize_function_t const&,
+                                init_function_t const&)>(&f::register_class),
+        &f::create_object, &f::deserialize_object, &f::registered_classes, &f::class_info);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
 
 #include <cstring>
@@ -46,6 +47,14 @@ template <class Pointer>
 std::int32_t references(Pointer const& p) {
     p->add_ref();
     return p->release();
+}
+
+/// An interface of an object that lies on the stack, which no `iptr` may hold.
+template <class Interface>
+velum::iptr<Interface> side_of(velum::i_unknown_t& object, velum::guid_t const& iid) {
+    velum::iptr<Interface> side;
+    object.query_interface(iid, &side);
+    return side;
 }
 
 }  // namespace support

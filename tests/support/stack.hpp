@@ -19,4 +19,17 @@ void on_stack(std::size_t size, Work work) {
     pthread_join(thread, nullptr);
 }
 
+/// The largest depth for which `works`, to one part in a hundred.
+template <class Works>
+int deepest(Works works) {
+    int least = 1;
+    while (works(2 * least)) {
+        least *= 2;
+    }
+    for (int step = least; step > least / 128; step /= 2) {
+        least += works(least + step) ? step : 0;
+    }
+    return least;
+}
+
 }  // namespace support

@@ -1,4 +1,6 @@
 #include "support/bytes.hpp"
+#include "support/memory_limit.hpp"
+#include "support/recording_stream.hpp"
 #include "wire/route.hpp"
 
 #include <velum/velum.hpp>
@@ -7,15 +9,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <limits>
 #include <string>
 #include <type_traits>
 #include <vector>
-
-#include <malloc.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 namespace {
 
@@ -25,42 +22,11 @@ using velum::uany_map;
 
 static_assert(std::is_base_of_v<std::bad_alloc, velum::length_exceeds_stream>);
 
-constexpr std::size_t mebibyte = std::size_t{1} << 20U;
 constexpr std::size_t most_missing = 16 * mebibyte;
 std::string const too_long = "velum::length_exceeds_stream: length exceeds the stream";
 std::string const no_memory = "std::runtime_error: memory allocation failed";
 std::string const p = "unknown type in the any_map: ";
 std::string const r = " - while reading map key: ";
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool sanitized = true;
-#elif defined(__has_feature)
-constexpr bool sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-constexpr bool sanitized = false;
-#endif
-
-/// While it exists, the process gets no more than `size` bytes of memory in addition to what it has. The sanitizers,
-/// which have their own ways with memory, go without.
-class memory_limit {
-public:
-    explicit memory_limit(std::size_t size) {
-        getrlimit(RLIMIT_AS, &before_);
-        malloc_trim(0);  // what the heap keeps would come on top
-        rlimit limited = before_;
-        std::ifstream("/proc/self/statm") >> limited.rlim_cur;
-        limited.rlim_cur = limited.rlim_cur * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + size;
-        if (!sanitized) {
-            EXPECT_EQ(setrlimit(RLIMIT_AS, &limited), 0);
-        }
-    }
-    memory_limit(memory_limit const&) = delete;
-    memory_limit& operator=(memory_limit const&) = delete;
-    ~memory_limit() { setrlimit(RLIMIT_AS, &before_); }
-
-private:
-    rlimit before_{};
-};
 
 std::string u64(std::uint64_t number) {
     return stored(number);
@@ -193,38 +159,36 @@ TEST(large, what_is_there_arrives) {
     any_map back;
     EXPECT_EQ(read_by(route::stream, write_by(route::stream, map).bytes, back).failure, "");
     EXPECT_TRUE(same_map(map, back));
-    velum::iptr<memory_serializer> const s(new memory_serializer);
-    velum::write(s.get(), map);
-    for (bool const can_seek : {true, false}) {
-        s->rewind();
-        s->can_seek = can_seek;
+    recorded const stream(new recording_stream);
+    velum::write(writer_on(stream.get()), map);
+    for (bool const can_tell : {true, false}) {
+        stream->position = 0;
+        stream->can_tell = can_tell;
         back.clear();
-        velum::read(s.get(), back);
+        velum::read(reader_on(stream.get(), nullptr), back);
         EXPECT_TRUE(same_map(map, back));
     }
 }
 
 // Nor is anything there that nobody sent.
 TEST(hostile_serializer, fills_with_zeros_where_nobody_knows_the_position) {
-    velum::iptr<memory_serializer> const s(new memory_serializer(body_of("k", 1, u32(most_missing + 100) + "hello")));
-    s->can_seek = false;
+    recorded const stream(new recording_stream(body_of("k", 1, u32(most_missing + 100) + "hello")));
+    stream->can_tell = false;
     any_map map;
-    EXPECT_EQ(failure_of([&] { velum::read(s.get(), map); }), "");
+    EXPECT_EQ(failure_of([&] { velum::read(reader_on(stream.get(), nullptr), map); }), "");
     EXPECT_TRUE(same_map(map, {{"k", "hello" + std::string(most_missing + 95, '\0')}}));
 }
 
 // Objects within objects have 16 MiB together, not each its own.
 TEST(hostile_serializer, has_one_account_for_nested_objects) {
     std::string bytes;
-    velum::iptr<memory_serializer> const s(new memory_serializer);
-    for (std::uint32_t level = 1; level <= 50; ++level) {
-        bytes += body_of("k", 41, u32(349525)) + body_of("o", 47, u32(level) + u32(0x00010000));
-        s->objects.emplace_back(velum::uany_map_obj_t::create({}), velum::iid_serializable);
+    velum::guid_t const& clsid = velum::uany_map_obj_t::_clsid;
+    for (std::uint32_t level = 0; level < 50; ++level) {
+        bytes += body_of("k", 41, u32(349525)) + body_of("o", 47, u32(2) + u32(level) + stored(clsid) + u32(0x10000));
     }
-    s->bytes = bytes;
     any_map map;
     memory_limit const limit(40 * mebibyte);
-    EXPECT_EQ(failure_of([&] { velum::read(s.get(), map); }), too_long);
+    EXPECT_EQ(read_by(route::serializer, bytes, map).failure, too_long);
 }
 
 }  // namespace

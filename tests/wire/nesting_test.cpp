@@ -20,7 +20,6 @@ using boost::any;
 using velum::any_map;
 using velum::uany_map;
 using anys = std::vector<any>;
-using object = velum::iptr<velum::i_unknown_t>;
 
 std::string const too_deep = "std::runtime_error: nesting too deep";
 
@@ -112,19 +111,6 @@ std::string failure_of_reading(route way, std::string const& bytes) {
     return read_by(way, bytes, map).failure;
 }
 
-/// The largest depth for which `works`, to one part in a hundred.
-template <class Works>
-int deepest(Works works) {
-    int least = 1;
-    while (works(2 * least)) {
-        least *= 2;
-    }
-    for (int step = least; step > least / 128; step /= 2) {
-        least += works(least + step) ? step : 0;
-    }
-    return least;
-}
-
 /// Runs `work` with each route and each kind of layer, on a large and on a small stack.
 template <class Work>
 void everywhere(Work work) {
@@ -176,42 +162,6 @@ TEST(nesting, the_message_names_all_keys_of_the_deepest_value) {
         }
         EXPECT_TRUE(failure_of_reading(way, deep_bytes(kind, depth, 33)) == prefixes + "type_id<33>" + clauses);
     });
-}
-
-/// Boxed maps, each of which holds the next. While all are held they come apart without a recursion.
-std::vector<velum::iptr<velum::i_serializable_t>> chain_of_objects(int length) {
-    std::vector<velum::iptr<velum::i_serializable_t>> chain;
-    object next;
-    while (length-- != 0) {
-        velum::iptr<velum::i_uany_map_t> const box = velum::uany_map_obj_t::create({{"next", next}});
-        next = object(box, velum::iid_unknown);
-        chain.emplace_back(box, velum::iid_serializable);
-    }
-    return {chain.rbegin(), chain.rend()};
-}
-
-// An object writes and reads its own map within the operation that met the object.
-TEST(nesting, of_objects_ends_before_the_stack_does) {
-    auto const check = [] {
-        std::string bytes;
-        auto const failure_of_writing = [&bytes](int length) {
-            auto const chain = chain_of_objects(length);
-            written const result =
-                write_by(route::serializer, any_map{{"k", object(chain.front(), velum::iid_unknown)}});
-            bytes = result.failure.empty() ? result.bytes : bytes;
-            return result.failure;
-        };
-        int const length = deepest([&](int n) { return failure_of_writing(n).empty(); });
-        EXPECT_GT(length, 20);
-        EXPECT_EQ(failure_of_writing(length), "");
-        velum::iptr<memory_serializer> const s(new memory_serializer(bytes));
-        s->objects = chain_of_objects(length);
-        any_map back;
-        EXPECT_EQ(failure_of([&] { velum::read(s.get(), back); }), "");
-        EXPECT_EQ(failure_of_writing(100000), too_deep);
-    };
-    on_stack(std::size_t{8} << 20U, check);
-    on_stack(std::size_t{256} << 10U, check);
 }
 
 }  // namespace

@@ -1,10 +1,7 @@
 #pragma once
 
 #include "support/failure.hpp"
-#include "support/memory_serializer.hpp"
-
-#include <velum/wire/read.hpp>
-#include <velum/wire/write.hpp>
+#include "support/serializers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -29,20 +26,17 @@ struct outcome {
 template <class Map>
 written write_by(route way, Map const& map) {
     std::ostringstream stream;
-    velum::iptr<memory_serializer> const s(new memory_serializer);
     std::string const failure =
-        failure_of([&] { way == route::stream ? velum::write(stream, map) : velum::write(s.get(), map); });
-    return {way == route::stream ? stream.str() : s->bytes, failure};
+        failure_of([&] { way == route::stream ? velum::write(stream, map) : velum::write(writer_on(stream), map); });
+    return {stream.str(), failure};
 }
 
 template <class Map>
 outcome read_by(route way, std::string const& bytes, Map& map) {
     std::istringstream stream(bytes);
-    velum::iptr<memory_serializer> const s(new memory_serializer(bytes));
     std::string const failure =
-        failure_of([&] { way == route::stream ? velum::read(stream, map) : velum::read(s.get(), map); });
-    auto const position = stream.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
-    return {way == route::stream ? static_cast<std::size_t>(position) : s->position, failure};
+        failure_of([&] { way == route::stream ? velum::read(stream, map) : velum::read(reader_on(stream), map); });
+    return {static_cast<std::size_t>(stream.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in)), failure};
 }
 
 /// Whether two maps have the same stored form, which shows every type and every bit of every value but objects.

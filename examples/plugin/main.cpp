@@ -1,0 +1,117 @@
+// Loads a module, makes an object of a class that only the module knows, and sends it through a stream.
+
+#include "plugin.hpp"
+
+#include <boost/smart_ptr/make_shared.hpp>
+
+#include <iostream>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include <dlfcn.h>
+
+namespace {
+
+using namespace velum;
+
+class module {
+public:
+    explicit module(char const* path) : handle_(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {
+        if (handle_ == nullptr) {
+            throw std::runtime_error(dlerror());
+        }
+    }
+    module(module const&) = delete;
+    module& operator=(module const&) = delete;
+    ~module() { dlclose(handle_); }
+
+    void register_in(i_object_factory_t& factory) const {
+        void* const found = dlsym(handle_, "register_classes");
+        if (found == nullptr) {
+            throw std::runtime_error(dlerror());
+        }
+        reinterpret_cast<decltype(&register_classes)>(found)(factory);
+    }
+
+private:
+    void* handle_;
+};
+
+/// The state of an object, through interfaces that the library has.
+void show(iptr<i_serializable_t> const& object) {
+    if (iptr<i_string_t> const text{object, iid_string}) {
+        std::cout << "  text: " << text->string() << '\n';
+    }
+    if (iptr<i_uany_map_t> const values{object, iid_uany_map}) {
+        for (char const* const key : {"year", "month", "day"}) {
+            std::cout << "  " << key << ": " << boost::any_cast<int>(values->map().at(key)) << '\n';
+        }
+    }
+}
+
+iptr<i_serializable_t> saved_and_loaded(iptr<i_serializable_t> const& object, iptr<i_object_factory_t> const& factory) {
+    auto const file = boost::make_shared<std::stringstream>();
+    iptr<i_ostream_t> output;
+    iptr<i_istream_t> input;
+    iptr<i_serializer_t> writer, reader;
+    basic_ostream_t::create(nullptr, file, iid_ostream, &output);
+    basic_istream_t::create(nullptr, file, iid_istream, &input);
+    basic_serializer_t::create(nullptr, output, 0, iid_serializer, &writer);
+    basic_serializer_t::create(nullptr, input, factory, 0, iid_serializer, &reader);
+    writer->write_object(object);
+    std::cout << "saved: " << file->str().size() << " bytes\n";
+    iptr<i_serializable_t> loaded;
+    reader->read_object(loaded);
+    return loaded;
+}
+
+void use_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) {
+    any_map const& record = factory->class_info(clsid);
+    std::cout << "class " << any_map_get<std::string>(record, "class_name") << ' ' << clsid.string() << '\n';
+    for (guid_t const& iid : any_map_get<std::set<guid_t>>(record, "supported_interfaces")) {
+        std::cout << "  interface " << iid.string() << '\n';
+    }
+    iptr<i_unknown_t> text;
+    iptr<i_unknown_map_t> params;
+    basic_string_t::create(nullptr, "water the plants", iid_unknown, &text);
+    basic_unknown_map_t::create(nullptr, iid_unknown_map, &params);
+    params->set("text", text);
+    iptr<i_serializable_t> object;
+    if (!factory->create_object(clsid, nullptr, params, iid_serializable, &object)) {
+        throw std::runtime_error("the class makes no object that can be saved");
+    }
+    iptr<i_serializable_t> const loaded = saved_and_loaded(object, factory);
+    std::cout << (loaded == object ? "loaded: the same\n" : "loaded: another object\n");
+    show(loaded);
+}
+
+void run(char const* path) {
+    module const loaded(path);  // stays until the factory and all objects are gone
+    iptr<i_object_factory_t> factory;
+    basic_object_factory_t::create(nullptr, iid_object_factory, &factory);
+    std::set<guid_t> const before = factory->registered_classes();
+    loaded.register_in(*factory);
+    for (guid_t const& clsid : factory->registered_classes()) {
+        if (before.count(clsid) == 0) {
+            use_class(factory, clsid);
+        }
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::cerr << "usage: plugin_host MODULE\n";
+        return 2;
+    }
+    try {
+        run(argv[1]);
+        return 0;
+    } catch (std::exception const& failure) {
+        std::cerr << "plugin_host: " << failure.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <velum/velum.hpp>
+
+/// What a module offers: it registers its classes in the factory of the program that loads it.
+extern "C" [[gnu::visibility("default")]] void register_classes(velum::i_object_factory_t& factory);

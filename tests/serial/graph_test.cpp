@@ -1,0 +1,193 @@
+#include "support/bytes.hpp"
+#include "support/counting_object.hpp"
+#include "support/failure.hpp"
+#include "support/node.hpp"
+#include "support/recording_stream.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <sstream>
+
+namespace {
+
+using namespace support;
+using velum::iptr;
+
+std::string const no_object = "std::runtime_error: object not deserialized yet";
+std::string const no_class = "velum::i_object_factory_t::class_not_registered: object not registered in this factory";
+std::string const not_rebuilt = "std::runtime_error: object is not deserializable";
+
+std::string new_record(std::uint32_t id, velum::guid_t const& clsid, std::string const& stages, std::uint32_t tag = 2) {
+    return u32(tag) + u32(id) + stored(clsid) + stages;
+}
+
+std::string new_node(std::uint32_t id, std::string const& name, std::string const& stages, std::uint32_t tag = 2) {
+    return new_record(id, node::id, u32(name.size()) + name + stages, tag);
+}
+
+std::string const null = u32(0), to_0 = u32(1) + u32(0), to_1 = u32(1) + u32(1);
+
+TEST(graph, an_object_may_lead_to_itself_from_its_state_alone) {
+    iptr<node> const own(new node("own"));
+    for (bool const early : {false, true}) {
+        (early ? own->origin : own->links.emplace_back()) = own.get();
+        std::stringstream stream;
+        writer_on(stream)->write_object(own.get());
+        own->links.clear();
+        own->origin = nullptr;
+        EXPECT_EQ(stream.str(), new_node(0, "own", early ? to_0 + null : null + to_0 + null));
+        serializable back;
+        auto const reader = reader_on(stream, node_factory());
+        EXPECT_EQ(failure_of([&] { reader->read_object(back); }), early ? no_object : "");
+        EXPECT_EQ(stream.tellg(), 24 + 7 + (early ? 8 : 4 + 8 + 4));
+        EXPECT_TRUE(early ? !back : std::exchange(as_node(back).links, {}) == std::vector{back});
+    }
+}
+
+TEST(graph, shared_objects_come_back_as_one_wherever_they_are) {
+    auto const shared = boxed_text("shared");
+    object_map const map = new_object_map();
+    map->set("m", identity_of(shared));
+    velum::uany_map const inner{{"in", identity_of(shared)}};
+    iptr<node> const top(new node("top"));
+    top->origin =
+        stored_form(velum::uany_map_obj_t::create({{"v", inner}, {"m", identity_of(map)}, {"null", object_ptr()}}));
+    top->links = {shared, stored_form(map)};
+    std::stringstream stream;
+    auto const writer = writer_on(stream), reader = reader_on(stream, node_factory());
+    writer->write_object(top.get());
+    writer->write_object(shared);
+    EXPECT_EQ(stream.str().find("shared"), stream.str().rfind("shared"));
+
+    serializable back, shared_back;
+    EXPECT_TRUE(reader->read_object(back) && reader->read_object(shared_back) && text_in(shared_back) == "shared");
+    object_ptr const one = identity_of(shared_back);
+    auto const& read = iptr<velum::i_uany_map_t>(as_node(back).origin, velum::iid_uany_map)->map();
+    object_ptr const map_back = identity_of(as_node(back).links.at(1));
+    EXPECT_EQ(identity_of(as_node(back).links[0]), one);
+    EXPECT_EQ(boost::any_cast<object_ptr>(boost::any_cast<velum::uany_map>(read.at("v")).at("in")), one);
+    EXPECT_EQ(object_map(map_back, velum::iid_unknown_map)->get("m"), one);
+    EXPECT_TRUE(boost::any_cast<object_ptr>(read.at("m")) == map_back && !boost::any_cast<object_ptr>(read.at("null")));
+}
+
+TEST(graph, the_mapper_stands_before_every_record) {
+    auto const a = boxed_text("a"), b = boxed_text("b"), c = boxed_text("c");
+    journal asked;
+    auto const mapper = [&](serializable const& o) -> serializable {
+        asked += !o ? "0" : text_in(o);
+        return !o ? c : o == a ? b : o == b ? nullptr : o;
+    };
+    std::stringstream stream;
+    auto const writer = writer_on(stream);
+    writer->set_object_mapper(mapper);
+    for (serializable const& each : {a, a, b, serializable(), c}) {
+        writer->write_object(each);
+    }
+    EXPECT_EQ(asked, "aab0c");
+    std::string const version = u32(0x10000), c_record = new_record(1, c->clsid(), version + u32(1) + "c");
+    EXPECT_EQ(stream.str(), new_record(0, b->clsid(), version + u32(1) + "b") + to_0 + null + c_record + to_1);
+
+    asked.clear();
+    auto const reader = reader_on(stream);
+    reader->set_object_mapper([&](serializable const&) { return asked += "m", boxed_text("instead"); });
+    serializable first, second, none = a, fourth, unmapped;
+    EXPECT_TRUE(reader->read_object(first) && reader->read_object(second) && reader->read_object(none));
+    EXPECT_TRUE(first != second && !none);
+    EXPECT_TRUE(reader->read_object(fourth));
+    reader->set_object_mapper({});
+    EXPECT_TRUE(reader->read_object(unmapped));
+    EXPECT_EQ(asked, "mmm") << "at each reference again, and not at a null";
+    EXPECT_EQ(text_in(unmapped), "c");
+}
+
+TEST(graph, the_head_alone_is_for_those_who_do_the_rest) {
+    auto const text = boxed_text("t");
+    std::stringstream stream;
+    auto const writer = writer_on(stream), reader = reader_on(stream);
+    for (object_ptr const& refused : {object_ptr(), identity_of(new_factory())}) {
+        EXPECT_EQ(failure_of([&] { writer->write_object_header(refused); }),
+                  "std::runtime_error: object not serializable");
+    }
+    EXPECT_EQ(stream.str(), "");
+    writer->write_object_header(identity_of(text));
+    writer->write_object_header(identity_of(text));
+    writer->write_object(text);
+    std::string const heads = new_record(0, text->clsid(), "") + new_record(1, text->clsid(), "");
+    EXPECT_EQ(stream.str(), heads + to_1) << "a second head gives a second number";
+    stream.str("\x09" + heads.substr(1) + to_1);
+
+    journal calls;
+    counting_object outer(calls, "outer");
+    object_ptr first, second;
+    serializable third;
+    EXPECT_TRUE(reader->read_object_header(nullptr, first) && reader->read_object_header(&outer, second));
+    EXPECT_TRUE(first != second && identity_of(first) == first && references(second) == 2);
+    EXPECT_TRUE(reader->read_object(third) && third && outer.references == 1) << "its sides count on the outer object";
+}
+
+std::string read_one(iptr<velum::i_serializer_t> const& reader, serializable& into) {
+    bool read = false;
+    std::string const failure = failure_of([&] { read = reader->read_object(into); });
+    return !failure.empty() ? failure : !read ? "refused" : into ? "read" : "null";
+}
+
+TEST(graph, what_a_record_leaves_behind) {
+    velum::guid_t const nobody, nothing("00000000000000000000000000000001"), mute("00000000000000000000000000000002");
+    auto const factory = node_factory();
+    factory->register_class(nothing, {}, {}, [](auto&&...) { return true; }, {});
+    factory->register_class(mute, {}, {},
+                            [](auto&&, auto&&, object_ptr& out) { return out = new_factory().get(), false; }, {});
+    struct {
+        std::string record, result, reference;
+    } const rows[] = {
+        {to_0, no_object, no_object},
+        {new_record(0, nobody, ""), no_class, no_object},
+        {new_record(0, nothing, ""), not_rebuilt, no_object},
+        {new_record(0, mute, ""), not_rebuilt, "refused"},
+        {new_node(0, "n", null + null), "read", "read"},
+        {new_node(0, "n", null + null, 5), "read", "read"},
+        {new_node(0, "n", null + null, 0xFFFFFFFF), "read", "read"},
+        {new_node(1, "n", null + null), "read", no_object},
+        {new_node(0, "n", to_1), no_object, no_object},
+        {new_node(0, "n", null + new_node(1, "in", null + null) + u32(1) + u32(2)), no_object, "read"},
+        {new_node(0, "n", null + new_record(1, nobody, "")), no_class, "read"},
+    };
+    for (auto const& [record, result, reference] : rows) {
+        std::stringstream stream(record + to_0 + null);
+        auto const reader = reader_on(stream, factory);
+        serializable into = boxed_text("before");
+        EXPECT_EQ(read_one(reader, into), result);
+        EXPECT_EQ(stream.tellg(), record.size()) << result;
+        EXPECT_EQ(read_one(reader, into), reference);
+        EXPECT_EQ(static_cast<bool>(into), reference == "read");
+        EXPECT_EQ(read_one(reader, into), "null");
+    }
+}
+
+TEST(graph, a_number_that_comes_twice_means_the_later_object) {
+    std::stringstream stream(new_node(0, "", null + null) + new_node(7, "a", null + null) +
+                             new_node(7, "b", null + null) + u32(1) + u32(7) + to_0);
+    auto const reader = reader_on(stream, node_factory());
+    reader->seek(36, 0);
+    serializable a, b, c;
+    EXPECT_TRUE(reader->read_object(a) && reader->read_object(b) && reader->read_object(c));
+    EXPECT_TRUE(a != b && b == c && as_node(c).name == "b");
+    EXPECT_EQ(read_one(reader, a), no_object) << "passed over";
+}
+
+TEST(graph, a_failure_of_writing_undoes_nothing) {
+    auto const bad = stored_form(velum::uany_map_obj_t::create({{"k", 'c'}})), text = boxed_text("t");
+    recorded const stream(new recording_stream);
+    auto const writer = writer_on(stream.get());
+    EXPECT_TRUE(failure_of([&] { writer->write_object(bad); }).starts_with("velum::unknown_type: "));
+    std::string const left = new_record(0, bad->clsid(), u32(0x10000) + u32(1) + u32(1) + "k");
+    EXPECT_EQ(stream->bytes, left);
+    stream->transfers_left = 2;
+    EXPECT_EQ(failure_of([&] { writer->write_object(text); }), "std::runtime_error: stream failed");
+    writer->write_object(bad);
+    writer->write_object(text);
+    EXPECT_EQ(stream->bytes, left + u32(2) + u32(1) + to_0 + to_1);
+}
+
+}  // namespace

@@ -1,0 +1,174 @@
+#include "support/bytes.hpp"
+#include "support/counting_object.hpp"
+#include "support/failure.hpp"
+#include "support/node.hpp"
+#include "support/recording_stream.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace {
+
+using namespace support;
+
+std::string const hi = from_hex(
+    "02000000 00000000 43d4ff6a 038f4d67 b1938d21 b14da8bc 00000100 02000000 6869"
+    "01000000 00000000");
+std::string const itself = from_hex(
+    "02000000 00000000 ad409247 fd654d5a bc6b90a2 24c55aee 00000100 01000000 04000000 73656c66"
+    "01000000 00000000");
+
+// Stored graphs rest on these bytes, and the version isn't among them. One field is one call.
+TEST(serializer, records_have_these_bytes_and_calls_in_both_directions) {
+    object_map const own = new_object_map();
+    own->set("self", own.get());
+    auto const text = boxed_text("hi");
+    for (int const version : {0, 7}) {
+        for (bool const is_map : {false, true}) {
+            recorded const stream(new recording_stream), again(new recording_stream);
+            auto const writer = writer_on(stream.get(), version), second_writer = writer_on(again.get());
+            auto const reader = reader_on(stream.get(), new_factory(), version + 1);
+            EXPECT_TRUE(writer->version() == version && reader->version() == version + 1);
+            serializable back;
+            for (auto const& root : is_map ? std::vector{stored_form(own)} : std::vector{text, text}) {
+                writer->write_object(root);
+                EXPECT_TRUE(reader->read_object(back));
+                second_writer->write_object(back);
+            }
+            EXPECT_TRUE(stream->bytes == (is_map ? itself : hi) && again->bytes == stream->bytes);
+            EXPECT_EQ(again->calls, is_map ? "4 4 16 4 4 4 4 4 4 " : "4 4 16 4 4 2 4 4 ");
+            EXPECT_EQ(stream->calls, is_map ? again->calls + again->calls : "4 4 16 4 4 2 4 4 16 4 4 2 4 4 4 4 ");
+            is_map ? object_map(back, velum::iid_unknown_map)->set("self", nullptr) : void();
+        }
+    }
+    own->set("self", nullptr);
+}
+
+TEST(serializer, texts_bytes_and_positions) {
+    recorded const stream(new recording_stream);
+    auto const writer = writer_on(stream.get()), reader = reader_on(stream.get(), nullptr);
+    writer->write_string("");
+    writer->write_string("abc");
+    writer->write("xyz", 2);
+    writer->write_object(nullptr);
+    EXPECT_EQ(writer->tell(), 17);
+    writer->seek(0, 0);
+    writer->flush();
+    EXPECT_EQ(stream->bytes, from_hex("00000000 03000000 616263 7879 00000000"));
+    EXPECT_EQ(std::exchange(stream->calls, ""), "4 4 3 2 4 tell seek flush ");
+    std::string text = "before", other = "before";
+    serializable read = boxed_text("before");
+    char bytes[] = "...";
+    reader->read_string(text);
+    reader->read_string(other);
+    reader->read(bytes, 2);
+    EXPECT_TRUE(reader->read_object(read) && !read);
+    EXPECT_EQ(reader->tell(), 17);
+    reader->seek(0, 0);
+    reader->flush();
+    EXPECT_EQ(text + "|" + other + "|" + bytes, "|abc|xy.");
+    EXPECT_EQ(stream->calls, "4 4 3 2 4 tell seek ");
+}
+
+TEST(serializer, refuses_what_it_has_no_stream_or_factory_for) {
+    recorded const stream(new recording_stream(hi));
+    serializer_ptr bare;
+    EXPECT_TRUE(velum::basic_serializer_t::create(nullptr, 5, velum::iid_serializer, &bare));
+    auto const writer = writer_on(stream.get()), reader = reader_on(stream.get(), nullptr);
+    bare->attributes()["a"] = 1;
+    bare->flush();
+    EXPECT_TRUE(bare->version() == 0 && std::as_const(*bare).attributes().size() == 1);
+    std::string text;
+    serializable read;
+    object_ptr built;
+    std::pair<std::function<void()>, char const*> const rows[] = {
+        {[&] { reader->write_object(nullptr); }, "output stream"},
+        {[&] { reader->write_string(""); }, "output stream"},
+        {[&] { bare->write("", 0); }, "output stream"},
+        {[&] { writer->read_object(read); }, "input stream"},
+        {[&] { writer->read_object_header(nullptr, built); }, "input stream"},
+        {[&] { writer->read_string(text); }, "input stream"},
+        {[&] { bare->tell(); }, "stream"},
+        {[&] { bare->seek(0, 0); }, "stream"},
+        {[&] { reader->read_object(read); }, "object factory"}};
+    for (auto const& [act, lacks] : rows) {
+        EXPECT_EQ(failure_of(act), std::string("std::runtime_error: serializer has no ") + lacks);
+    }
+}
+
+using serializer_t = velum::basic_serializer_t;
+
+// The objects lie on the stack, under a controlling unknown that doesn't die.
+TEST(serializer, copies_share_the_stream_and_have_the_rest_for_themselves) {
+    using target_t = std::optional<serializer_t>;
+    std::pair<void (*)(target_t&, serializer_t&), bool> const rows[] = {
+        {[](target_t& t, serializer_t& s) { t.emplace(s); }, false},
+        {[](target_t& t, serializer_t& s) { t.emplace(std::move(s)); }, true},
+        {[](target_t& t, serializer_t& s) { *t = s; }, false},
+        {[](target_t& t, serializer_t& s) { *t = std::move(s); }, true}};
+    auto const known = boxed_text("known"), to_come = boxed_text("to come");
+    for (auto const& [act, moves] : rows) {
+        journal calls, mapped;
+        counting_object control(calls, "");
+        auto const side = [](auto& of) { return side_of<velum::i_serializer_t>(of, velum::iid_serializer); };
+        recorded const written(new recording_stream), read(new recording_stream(hi + u32(1) + u32(0) + hi));
+        velum::iptr<velum::i_ostream_t> output(written.get());
+        serializer_t writer(&control, output, 3), reader(&control, read.get(), new_factory(), 3);
+        target_t second_writer(std::in_place, &control), second_reader(std::in_place, &control);
+        side(writer)->set_object_mapper([&](serializable const& o) { return mapped += "m", o; });
+        side(writer)->attributes()["a"] = 1;
+        side(writer)->write_object(known);
+        act(second_writer, writer);
+        for (serializer_t* const each : {&*second_writer, &writer}) {
+            bool const knows = each != &writer || !moves;
+            EXPECT_TRUE(side(*each)->version() == 3 && side(*each)->attributes().size() == (knows ? 1U : 0U));
+            written->bytes.clear();
+            mapped.clear();
+            side(*each)->write_object(known);
+            side(*each)->write_object(to_come);
+            EXPECT_TRUE(written->bytes.starts_with((knows ? u32(1) + u32(0) : std::string()) + u32(2) + u32(1)));
+            EXPECT_EQ(mapped, knows ? "mm" : "");
+        }
+        serializable first, again;
+        side(reader)->read_object(first);
+        act(second_reader, reader);
+        EXPECT_TRUE(side(*second_reader)->read_object(again) && again == first);
+        EXPECT_EQ(failure_of([&] { side(reader)->read_object(again); }),
+                  moves ? "std::runtime_error: object not deserialized yet" : "");
+        EXPECT_TRUE(side(reader)->read_object(again) && again != first) << "stream and factory stay";
+    }
+}
+
+// Each holder leaves its name when it goes.
+TEST(serializer, lets_go_in_its_order) {
+    journal gone;
+    auto const last_words = [&gone](char const* name) {
+        return std::shared_ptr<void>(&gone, [name](void* to) { *static_cast<journal*>(to) += name; });
+    };
+    for (bool const writes : {true, false}) {
+        recorded stream(new recording_stream);
+        object_factory factory = new_factory();
+        velum::iptr<node> written(new node);
+        serializer_ptr s = writes ? writer_on(stream.get()) : reader_on(stream.get(), factory);
+        factory->register_class(node::id, {}, {{"", last_words("factory ")}}, &node::rebuild, {});
+        writer_on(stream.get())->write_object(written.get());
+        serializable object = written.get();
+        writes ? s->write_object(object) : void(s->read_object(object));
+        as_node(object).last_words = last_words("object ");
+        s->attributes()["a"] = last_words("attributes ");
+        s->set_object_mapper([last = last_words("mapper ")](serializable const& o) { return o; });
+        stream->last_words = last_words("stream ");
+        stream = nullptr;
+        factory = nullptr;
+        written = nullptr;
+        object = nullptr;
+        gone.clear();
+        s = nullptr;
+        EXPECT_EQ(gone, writes ? "object mapper attributes stream " : "object mapper attributes factory stream ");
+    }
+}
+
+}  // namespace
