@@ -134,9 +134,10 @@ std::string head(std::uint32_t id, velum::guid_t const& clsid) {
     return u32(2) + u32(id) + stored(clsid);
 }
 
-std::string failure_of_reading(std::string const& bytes, bool can_tell) {
+std::string failure_of_reading(std::string const& bytes, bool can_tell, bool stands_still) {
     recorded const stream(new recording_stream(bytes));
     stream->can_tell = can_tell;
+    stream->stands_still = stands_still;
     serializable read;
     std::string const failure = failure_of([&] { reader_on(stream.get(), node_factory())->read_object(read); });
     return failure;
@@ -170,8 +171,9 @@ TEST(hostile_graph, promises_take_no_memory) {
     };
     for (auto const& [bytes, failure] : rows) {
         memory_limit const limit(48 * mebibyte + bytes.size());
-        for (bool const can_tell : {true, false}) {
-            EXPECT_EQ(failure_of_reading(bytes, can_tell), failure) << testing::PrintToString(bytes.substr(0, 99));
+        for (auto const& [can_tell, stands_still] : {std::pair(true, false), {false, false}, {true, true}}) {
+            EXPECT_EQ(failure_of_reading(bytes, can_tell, stands_still), failure)
+                << testing::PrintToString(bytes.substr(0, 99));
         }
     }
 }

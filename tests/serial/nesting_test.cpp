@@ -74,6 +74,18 @@ TEST(nesting_of_objects, what_is_written_can_be_read_on_a_stack_of_the_same_size
     }
 }
 
+// What counts is the room that is left.
+TEST(nesting_of_objects, is_no_matter_of_what_the_stack_holds_already) {
+    on_stack(std::size_t{1} << 20U, [] {
+        char volatile used[800'000] = {};
+        std::string bytes;
+        EXPECT_EQ(failure_of_writing(boxed_text("t"), bytes), used[9] == 0 ? "" : "?");
+        std::istringstream stream(bytes);
+        serializable back;
+        EXPECT_TRUE(reader_on(stream)->read_object(back));
+    });
+}
+
 TEST(nesting_of_objects, ends_before_the_stack_does) {
     on_stack(std::size_t{1} << 20U, [] {
         std::string bytes;

@@ -24,10 +24,14 @@ public:
     std::string calls;                 ///< "4 16 tell ": the size of each transfer, the name of anything else
     int transfers_left = -1;           ///< at 0 a transfer throws; below it there is no limit
     bool can_tell = true;              ///< without it the position is always -1
+    bool stands_still = false;         ///< a read that falls short leaves the position where it was
     bool ended = false;                ///< a read fell short, so there is no position, as in a standard stream
     std::shared_ptr<void> last_words;  ///< goes with the stream
 
-    long long tellg() override { return calls += "tell ", can_tell && !ended ? static_cast<long long>(position) : -1; }
+    long long tellg() override {
+        calls += "tell ";
+        return can_tell && (!ended || stands_still) ? static_cast<long long>(position) : -1;
+    }
     long long tellp() override { return calls += "tell ", static_cast<long long>(bytes.size()); }
     void seekg(long long, int) override { calls += "seek "; }
     void seekp(long long, int) override { calls += "seek "; }

@@ -12,12 +12,6 @@ clsid_initializer_t const class_ids;
 
 basic_string_t::basic_string_t(i_unknown_t* outer, std::string const& value) : imp(outer, value) {}
 
-basic_string_t::basic_string_t(basic_string_t const&) = default;
-basic_string_t::basic_string_t(basic_string_t&&) noexcept = default;
-basic_string_t& basic_string_t::operator=(basic_string_t const&) = default;
-basic_string_t& basic_string_t::operator=(basic_string_t&&) noexcept = default;
-basic_string_t::~basic_string_t() = default;
-
 bool basic_string_t::create(iptr<i_unknown_t> const& outer, std::string const& value, guid_t const& iid, void* out) {
     return create_object(outer, iid, out, value);
 }

@@ -32,13 +32,6 @@ public:
     /// For `create`; keeps `outer` as it is, without a reference.
     basic_string_t(i_unknown_t* outer, std::string const& value);
 
-    /// Member by member, the controlling unknown and the count included: only for objects that no `iptr` holds.
-    basic_string_t(basic_string_t const&);
-    basic_string_t(basic_string_t&&) noexcept;
-    basic_string_t& operator=(basic_string_t const&);
-    basic_string_t& operator=(basic_string_t&&) noexcept;
-    ~basic_string_t() override;
-
     /// Makes a boxed string under the controlling unknown `outer`, or null, and asks it for `iid` into the slot `out`.
     /// False when it doesn't have the interface; false, with the slot untouched, when `outer` isn't null and `iid`
     /// isn't `iid_unknown`.

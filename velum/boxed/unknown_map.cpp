@@ -19,12 +19,6 @@ clsid_initializer_t const class_ids;
 
 basic_unknown_map_t::basic_unknown_map_t(i_unknown_t* outer) : imp(outer) {}
 
-basic_unknown_map_t::basic_unknown_map_t(basic_unknown_map_t const&) = default;
-basic_unknown_map_t::basic_unknown_map_t(basic_unknown_map_t&&) noexcept = default;
-basic_unknown_map_t& basic_unknown_map_t::operator=(basic_unknown_map_t const&) = default;
-basic_unknown_map_t& basic_unknown_map_t::operator=(basic_unknown_map_t&&) noexcept = default;
-basic_unknown_map_t::~basic_unknown_map_t() = default;
-
 bool basic_unknown_map_t::create(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out) {
     return create_object(outer, iid, out);
 }

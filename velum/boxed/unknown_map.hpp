@@ -30,13 +30,6 @@ public:
     /// For `create`; keeps `outer` as it is, without a reference.
     explicit basic_unknown_map_t(i_unknown_t* outer);
 
-    /// Member by member, the controlling unknown and the count included: only for objects that no `iptr` holds.
-    basic_unknown_map_t(basic_unknown_map_t const&);
-    basic_unknown_map_t(basic_unknown_map_t&&) noexcept;
-    basic_unknown_map_t& operator=(basic_unknown_map_t const&);
-    basic_unknown_map_t& operator=(basic_unknown_map_t&&) noexcept;
-    ~basic_unknown_map_t() override;
-
     /// Makes an empty map under the controlling unknown `outer`, or null, and asks it for `iid` into the slot `out`.
     /// False when it doesn't have the interface; false, with the slot untouched, when `outer` isn't null and `iid`
     /// isn't `iid_unknown`.

@@ -109,10 +109,9 @@ private:
 /// The outer object of an aggregatable class: identity, count and the ways to make one.
 ///
 /// `Object` derives from `aggregatable_t<Object>`, befriends `object_access` and has, in this order, its nested object
-/// `imp` and
-/// `std::int32_t ref_count = 0`; further `answers()`, and a constructor whose first argument, the controlling unknown,
-/// goes to `imp` as it is, even null. Copies and moves go member by member, `outer` and `ref_count` included: they are
-/// for objects that no `iptr` holds.
+/// `imp` and `std::int32_t ref_count = 0`; further `answers()`, and a constructor whose first argument, the controlling
+/// unknown, goes to `imp` as it is, even null. Copies and moves go member by member, `outer` and `ref_count` included:
+/// they are for objects that no `iptr` holds.
 template <class Object>
 class aggregatable_t : public counted_t<Object, i_unknown_t> {
 protected:

@@ -16,12 +16,6 @@ clsid_initializer_t const class_ids;
 
 basic_object_factory_t::basic_object_factory_t(i_unknown_t* outer) : imp(outer) {}
 
-basic_object_factory_t::basic_object_factory_t(basic_object_factory_t const&) = default;
-basic_object_factory_t::basic_object_factory_t(basic_object_factory_t&&) noexcept = default;
-basic_object_factory_t& basic_object_factory_t::operator=(basic_object_factory_t const&) = default;
-basic_object_factory_t& basic_object_factory_t::operator=(basic_object_factory_t&&) noexcept = default;
-basic_object_factory_t::~basic_object_factory_t() = default;
-
 bool basic_object_factory_t::create(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out) {
     return create_object(outer, iid, out);
 }

@@ -17,19 +17,12 @@
 namespace velum {
 
 /// The object factory. It knows `basic_string_t` and `basic_unknown_map_t` from the start, answers `iid_unknown` and
-/// `iid_object_factory`, and can be aggregated. It holds no reference on the objects that it makes.
+/// `iid_object_factory`, and can be aggregated. It holds no reference on the objects that it makes. A move leaves the
+/// source without any class.
 class VELUM_API basic_object_factory_t : public aggregatable_t<basic_object_factory_t> {
 public:
     /// For `create`; keeps `outer` as it is, without a reference.
     explicit basic_object_factory_t(i_unknown_t* outer);
-
-    /// Member by member, the controlling unknown and the count included: only for objects that no `iptr` holds. A move
-    /// leaves the source without any class.
-    basic_object_factory_t(basic_object_factory_t const&);
-    basic_object_factory_t(basic_object_factory_t&&) noexcept;
-    basic_object_factory_t& operator=(basic_object_factory_t const&);
-    basic_object_factory_t& operator=(basic_object_factory_t&&) noexcept;
-    ~basic_object_factory_t() override;
 
     /// Makes a factory under the controlling unknown `outer`, or null, and asks it for `iid` into the slot `out`. False
     /// when it doesn't have the interface; false, with the slot untouched, when `outer` isn't null and `iid` isn't

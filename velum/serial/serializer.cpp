@@ -25,12 +25,6 @@ basic_serializer_t::basic_serializer_t(i_unknown_t* outer, iptr<i_ostream_t>& st
 
 basic_serializer_t::basic_serializer_t(i_unknown_t* outer) : imp(outer) {}
 
-basic_serializer_t::basic_serializer_t(basic_serializer_t const&) = default;
-basic_serializer_t::basic_serializer_t(basic_serializer_t&&) noexcept = default;
-basic_serializer_t& basic_serializer_t::operator=(basic_serializer_t const&) = default;
-basic_serializer_t& basic_serializer_t::operator=(basic_serializer_t&&) noexcept = default;
-basic_serializer_t::~basic_serializer_t() = default;
-
 bool basic_serializer_t::create(iptr<i_unknown_t> const& outer, iptr<i_istream_t> const& stream,
                                 iptr<i_object_factory_t> const& factory, int version, guid_t const& iid, void* out) {
     return create_object(outer, iid, out, stream, factory, version);

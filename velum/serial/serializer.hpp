@@ -45,6 +45,9 @@ namespace velum {
 ///   size can be read on one of that size.
 ///
 /// Damaged lengths take no more than 16 MiB of memory ahead of what has arrived; see `length_exceeds_stream`.
+///
+/// A copy shares streams and factory and has attributes, mapper and objects met of its own. A move takes these, and
+/// leaves streams and factory with the source too.
 class VELUM_API basic_serializer_t : public aggregatable_t<basic_serializer_t> {
 public:
     // For `create`; they keep `outer` as it is, without a reference.
@@ -52,15 +55,6 @@ public:
                        int version);
     basic_serializer_t(i_unknown_t* outer, iptr<i_ostream_t>& stream, int version);
     explicit basic_serializer_t(i_unknown_t* outer);
-
-    /// Member by member, the controlling unknown and the count included: only for objects that no `iptr` holds. A move
-    /// takes the attributes, the mapper and the objects met, and leaves the streams and the factory with the source
-    /// too.
-    basic_serializer_t(basic_serializer_t const&);
-    basic_serializer_t(basic_serializer_t&&) noexcept;
-    basic_serializer_t& operator=(basic_serializer_t const&);
-    basic_serializer_t& operator=(basic_serializer_t&&) noexcept;
-    ~basic_serializer_t() override;
 
     // Each makes a serializer under the controlling unknown `outer`, or null, and asks it for `iid` into the slot
     // `out`. False when it doesn't have the interface; false, with the slot untouched, when `outer` isn't null and

@@ -16,12 +16,6 @@ Stream& required(boost::shared_ptr<Stream> const& stream) {
 basic_istream_t::basic_istream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_istream<char>> const& stream)
     : imp(outer, stream) {}
 
-basic_istream_t::basic_istream_t(basic_istream_t const&) = default;
-basic_istream_t::basic_istream_t(basic_istream_t&&) noexcept = default;
-basic_istream_t& basic_istream_t::operator=(basic_istream_t const&) = default;
-basic_istream_t& basic_istream_t::operator=(basic_istream_t&&) noexcept = default;
-basic_istream_t::~basic_istream_t() = default;
-
 bool basic_istream_t::create(iptr<i_unknown_t> const& outer, boost::shared_ptr<std::basic_istream<char>> const& stream,
                              guid_t const& iid, void* out) {
     return create_object(outer, iid, out, stream);
@@ -46,12 +40,6 @@ void basic_istream_t::basic_istream_imp_t::read(char* data, long long count) {
 
 basic_ostream_t::basic_ostream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_ostream<char>> const& stream)
     : imp(outer, stream) {}
-
-basic_ostream_t::basic_ostream_t(basic_ostream_t const&) = default;
-basic_ostream_t::basic_ostream_t(basic_ostream_t&&) noexcept = default;
-basic_ostream_t& basic_ostream_t::operator=(basic_ostream_t const&) = default;
-basic_ostream_t& basic_ostream_t::operator=(basic_ostream_t&&) noexcept = default;
-basic_ostream_t::~basic_ostream_t() = default;
 
 bool basic_ostream_t::create(iptr<i_unknown_t> const& outer, boost::shared_ptr<std::basic_ostream<char>> const& stream,
                              guid_t const& iid, void* out) {

@@ -45,19 +45,11 @@ public:
 };
 
 /// The input stream object. It answers `iid_unknown` and `iid_istream`, and can be aggregated. Without a stream every
-/// operation throws `std::runtime_error` ("stream object has no stream").
+/// operation throws `std::runtime_error` ("stream object has no stream"). A copy shares the stream; a move takes it.
 class VELUM_API basic_istream_t : public aggregatable_t<basic_istream_t> {
 public:
     /// For `create`; keeps `outer` as it is, without a reference.
     basic_istream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_istream<char>> const& stream);
-
-    /// Member by member, the controlling unknown and the count included: only for objects that no `iptr` holds. A copy
-    /// shares the stream; a move takes it.
-    basic_istream_t(basic_istream_t const&);
-    basic_istream_t(basic_istream_t&&) noexcept;
-    basic_istream_t& operator=(basic_istream_t const&);
-    basic_istream_t& operator=(basic_istream_t&&) noexcept;
-    ~basic_istream_t() override;
 
     /// Makes an object that shares `stream`, which may be null, under the controlling unknown `outer`, or null, and
     /// asks it for `iid` into the slot `out`. False when it doesn't have the interface; false, with the slot untouched,
@@ -94,12 +86,6 @@ private:
 class VELUM_API basic_ostream_t : public aggregatable_t<basic_ostream_t> {
 public:
     basic_ostream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_ostream<char>> const& stream);
-    basic_ostream_t(basic_ostream_t const&);
-    basic_ostream_t(basic_ostream_t&&) noexcept;
-    basic_ostream_t& operator=(basic_ostream_t const&);
-    basic_ostream_t& operator=(basic_ostream_t&&) noexcept;
-    ~basic_ostream_t() override;
-
     static bool create(iptr<i_unknown_t> const& outer, boost::shared_ptr<std::basic_ostream<char>> const& stream,
                        guid_t const& iid, void* out);
     static bool create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const& params, guid_t const& iid,
