@@ -25,3 +25,6 @@ file(RELATIVE_PATH velum_pc_to_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "
 string(REGEX REPLACE "/$" "" velum_pc_to_prefix "${velum_pc_to_prefix}")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/velum.pc.in" "${PROJECT_BINARY_DIR}/velum.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/velum.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${CMAKE_INSTALL_DOCDIR}" FILES_MATCHING PATTERN "*.md")

@@ -53,10 +53,12 @@ public:
 
     virtual void flush() = 0;
 
-    /// Writes the head and the construction stage of an object, for a caller that writes the state stage itself.
+    /// Writes the head and the construction stage of an object, for a caller that writes the state stage itself. The
+    /// mapper isn't asked, and an object met before gets a second head: it comes back as two.
     virtual void write_object_header(iptr<i_unknown_t> const& object) = 0;
 
-    /// Reads what `write_object_header` wrote and builds the object under the controlling unknown `outer`.
+    /// Reads what `write_object_header` wrote, which is no null and no reference, and builds the object under the
+    /// controlling unknown `outer`.
     virtual bool read_object_header(iptr<i_unknown_t> const& outer, iptr<i_unknown_t>& object) = 0;
 
     /// Replaces the object mapper; an empty one removes it.
