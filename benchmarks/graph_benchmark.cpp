@@ -175,7 +175,14 @@ void read_graph(benchmark::State& state) {
     report(state, taken, static_cast<std::size_t>(stream->tellp()));
 }
 
-BENCHMARK(write_graph)->RangeMultiplier(2)->Range(12'500, 400'000)->Unit(benchmark::kMillisecond)->Complexity();
-BENCHMARK(read_graph)->RangeMultiplier(2)->Range(12'500, 400'000)->Unit(benchmark::kMillisecond)->Complexity();
+void sizes(benchmark::internal::Benchmark* benchmark) {
+    for (int const objects : {12'500, 25'000, 50'000, 100'000, 200'000, 400'000}) {
+        benchmark->Arg(objects);
+    }
+    benchmark->Unit(benchmark::kMillisecond)->Complexity();
+}
+
+BENCHMARK(write_graph)->Apply(sizes);
+BENCHMARK(read_graph)->Apply(sizes);
 
 }  // namespace
