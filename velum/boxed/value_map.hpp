@@ -26,8 +26,8 @@ public:
 };
 
 /// The boxed value map. It answers `iid_unknown`, `iid_serializable` and `iid_uany_map`, can't be aggregated, and is
-/// stored as the word 0x00010000 and the map. Only `deserialize` changes it: it merges what it reads into the map. A new
-/// factory doesn't know the class; `register_class(uany_map_obj_t::_class_info)` tells it.
+/// stored as the word 0x00010000 and the map. Only `deserialize` changes it: it merges what it reads into the map. A
+/// new factory doesn't know the class; `register_class(uany_map_obj_t::_class_info)` tells it.
 class VELUM_API uany_map_obj_t : public flat_t<uany_map_obj_t, i_uany_map_t, i_serializable_t> {
 public:
     /// Member by member, the count included: only for objects that no `iptr` holds.
