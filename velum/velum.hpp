@@ -26,6 +26,7 @@
 #include <velum/serial/stream.hpp>
 #include <velum/values/any_map.hpp>
 #include <velum/values/catalogue.hpp>
+#include <velum/values/compare.hpp>
 #include <velum/values/errors.hpp>
 #include <velum/values/math/affine_space.hpp>
 #include <velum/values/math/aligned_allocator.hpp>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <compare>
+
 namespace math {
 
 /// A linear space `L` and an origin; all zero by default.
@@ -20,8 +22,13 @@ public:
     }
 
     /// The linear parts decide; where neither is less, be it for a NaN in one of them, the origins do.
-    friend constexpr bool operator<(affine_space const& a, affine_space const& b) {
-        return a.linear < b.linear || (!(b.linear < a.linear) && a.origin < b.origin);
+    friend constexpr std::partial_ordering operator<=>(affine_space const& a, affine_space const& b) {
+        std::partial_ordering const linear_parts = a.linear <=> b.linear;
+        if (linear_parts < 0 || linear_parts > 0) {
+            return linear_parts;
+        }
+        std::partial_ordering const origins = a.origin <=> b.origin;
+        return origins == 0 ? linear_parts : origins;
     }
 };
 

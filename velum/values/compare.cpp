@@ -1,0 +1,106 @@
+#include <velum/core/detail/stack_guard.hpp>
+#include <velum/values/catalogue.hpp>
+#include <velum/values/compare.hpp>
+#include <velum/values/detail/type_tag.hpp>
+#include <velum/values/type_key.hpp>
+
+#include <algorithm>
+#include <array>
+#include <compare>
+#include <cstddef>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+
+namespace velum {
+namespace {
+
+/// Compares two values in both directions at once: what is neither less nor greater, be it for a NaN, counts as equal.
+class comparer {
+public:
+    using order = std::partial_ordering;
+
+    order compare(boost::any const& a, boost::any const& b) {
+        static constexpr auto comparisons = [] {
+            std::array<comparison, highest_value_tag + 1> by_tag{};
+            value_catalogue::for_each([&by_tag]<class Row>(Row) { by_tag[Row::tag] = &compare_held<Row>; });
+            return by_tag;
+        }();
+        ustring const type = type_key(a.type());
+        ustring const other = type_key(b.type());
+        if (type != other) {
+            return type <=> other;
+        }
+        int const tag = detail::type_tag(type);
+        if (tag == 0) {
+            throw std::runtime_error("can't find the proper any_compare for " + type.string());
+        }
+        return comparisons[static_cast<std::size_t>(tag)](*this, a, b);
+    }
+
+private:
+    using comparison = order (*)(comparer&, boost::any const&, boost::any const&);
+
+    template <class Row>
+    static order compare_held(comparer& self, boost::any const& a, boost::any const& b) {
+        using type = typename Row::type;
+        return self.compare(typename Row::shape(), boost::any_cast<type const&>(a), boost::any_cast<type const&>(b));
+    }
+
+    // What has no form below has its own order.
+    template <class Shape, class T>
+    order compare(Shape, T const& a, T const& b) {
+        return a <=> b;
+    }
+
+    order compare(value_shape::bytes, byte_vector const& a, byte_vector const& b) {
+        std::size_t const common = std::min(a.size(), b.size());
+        int const difference = common == 0 ? 0 : std::memcmp(a.data(), b.data(), common);
+        return difference != 0 ? difference <=> 0 : a.size() <=> b.size();
+    }
+
+    template <class Map>
+    order compare(value_shape::map, Map const& a, Map const& b) {
+        return compare_rows(a, b, [this](auto const& left, auto const& right) {
+            order const keys = left.first <=> right.first;
+            return keys != 0 ? keys : this->compare(left.second, right.second);
+        });
+    }
+
+    template <class Maps>
+    order compare(value_shape::maps, Maps const& a, Maps const& b) {
+        return compare_rows(a, b, [this](auto const& left, auto const& right) {
+            return this->compare(value_shape::map(), left, right);
+        });
+    }
+
+    template <class Values>
+    order compare(value_shape::values, Values const& a, Values const& b) {
+        return compare_rows(a, b, [this](auto const& left, auto const& right) { return this->compare(left, right); });
+    }
+
+    // The first two elements of which one is less decide, then the lengths.
+    template <class Rows, class Compare>
+    order compare_rows(Rows const& a, Rows const& b, Compare compare_elements) {
+        detail::stack_guard::level_of<1> const level(stack_);
+        auto left = a.begin();
+        auto right = b.begin();
+        for (; left != a.end() && right != b.end(); ++left, ++right) {
+            order const elements = compare_elements(*left, *right);
+            if (elements < 0 || elements > 0) {
+                return elements;
+            }
+        }
+        return a.size() <=> b.size();
+    }
+
+    detail::stack_guard stack_{detail::stack_guard::reserve::for_reading};
+};
+
+}  // namespace
+
+bool any_compare(boost::any const& a, boost::any const& b) {
+    return comparer().compare(a, b) < 0;
+}
+
+}  // namespace velum
