@@ -9,6 +9,7 @@
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/detail/class_ids.hpp>
 #include <velum/core/interface_ids.hpp>
+#include <velum/factory/multi_object_factory.hpp>
 #include <velum/factory/object_factory.hpp>
 #include <velum/serial/serializer.hpp>
 #include <velum/serial/stream.hpp>
@@ -48,7 +49,7 @@ guid_t const iid_event_handler("{FC5C9CA2-2CE4-466b-9B40-F887A093C179}");
 guid_t const iid_context("{A8081763-A312-40BC-8F5A-14835C4942EF}");
 guid_t const iid_command_manager("{2DE71A96-D2F6-4542-93CA-E62C3C0303A5}");
 
-// Reserved for a factory made of factories.
+// The identifier of a factory made of factories, which no code asks for.
 extern guid_t const multi_object_factory_id;
 guid_t const multi_object_factory_id("{5107CBDF-4A51-41a4-B489-78E62F7BD2DC}");
 
@@ -81,6 +82,11 @@ any_map const basic_string_t::class_info = {
 any_map const basic_unknown_map_t::class_info = {
     {"class_name", std::string("basic_unknown_map")},
     {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_unknown_map, iid_serializable}},
+};
+
+any_map const multi_object_factory_t::class_info = {
+    {"class_name", std::string("multi_object_factory")},
+    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_object_factory}},
 };
 
 }  // namespace velum

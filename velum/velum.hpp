@@ -21,6 +21,7 @@
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
 #include <velum/factory/i_object_factory.hpp>
+#include <velum/factory/multi_object_factory.hpp>
 #include <velum/factory/object_factory.hpp>
 #include <velum/serial/serializer.hpp>
 #include <velum/serial/stream.hpp>
