@@ -5,6 +5,9 @@
 #include <velum/boxed/string.hpp>
 #include <velum/boxed/unknown_map.hpp>
 #include <velum/boxed/value_map.hpp>
+#include <velum/command/command.hpp>
+#include <velum/command/i_command.hpp>
+#include <velum/command/multi_command.hpp>
 #include <velum/core/aggregatable.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/atomic_count.hpp>

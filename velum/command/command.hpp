@@ -1,0 +1,38 @@
+#pragma once
+
+#include <velum/command/i_command.hpp>
+#include <velum/core/api.hpp>
+#include <velum/core/counted.hpp>
+#include <velum/core/interface_ids.hpp>
+#include <velum/core/iptr.hpp>
+
+#include <array>
+#include <cstdint>
+
+namespace velum {
+
+/// The base of a command: it counts the references and keeps a handler, which it never calls. A command answers
+/// `iid_command` alone, not `iid_unknown`; a derived class that has more overrides `query_interface`.
+class VELUM_API command_t : public counted_t<command_t, i_command_t> {
+public:
+    /// Takes a reference on `handler`, which may be null.
+    explicit command_t(iptr<i_event_handler_t> const& handler);
+
+    /// Copies the count too, so only for commands that no `iptr` holds. A move is a copy.
+    command_t(command_t const&);
+    command_t& operator=(command_t const&);
+    ~command_t() override;
+
+protected:
+    iptr<i_event_handler_t> const& event_handler() const { return handler_; }
+
+private:
+    friend object_access;
+
+    std::array<answer_t, 1> answers() { return {{{iid_command, this}}}; }
+
+    std::int32_t ref_count = 0;
+    iptr<i_event_handler_t> handler_;
+};
+
+}  // namespace velum

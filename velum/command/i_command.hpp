@@ -1,0 +1,20 @@
+#pragma once
+
+#include <velum/core/api.hpp>
+#include <velum/core/unknown.hpp>
+
+namespace velum {
+
+/// Something that can be done and undone (`iid_command`).
+class VELUM_API i_command_t : public i_unknown_t {
+public:
+    virtual void do_it() = 0;
+
+    /// Takes back what `do_it` did.
+    virtual void undo_it() = 0;
+};
+
+/// Whoever wants to hear of commands (`iid_event_handler`); what it hears is between a command and its handler.
+class VELUM_API i_event_handler_t : public i_unknown_t {};
+
+}  // namespace velum
