@@ -1,43 +1,19 @@
 // Loads a module, makes an object of a class that only the module knows, and sends it through a stream.
 
-#include "plugin.hpp"
+#include "module.hpp"
 
 #include <boost/smart_ptr/make_shared.hpp>
 
 #include <iostream>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 
-#include <dlfcn.h>
-
 namespace {
 
 using namespace velum;
-
-class module {
-public:
-    explicit module(char const* path) : handle_(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {
-        if (handle_ == nullptr) {
-            throw std::runtime_error(dlerror());
-        }
-    }
-    module(module const&) = delete;
-    module& operator=(module const&) = delete;
-    ~module() { dlclose(handle_); }
-
-    void register_in(i_object_factory_t& factory) const {
-        void* const found = dlsym(handle_, "register_classes");
-        if (found == nullptr) {
-            throw std::runtime_error(dlerror());
-        }
-        reinterpret_cast<decltype(&register_classes)>(found)(factory);
-    }
-
-private:
-    void* handle_;
-};
 
 /// The state of an object, through interfaces that the library has.
 void show(iptr<i_serializable_t> const& object) {
@@ -87,8 +63,7 @@ void use_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) {
     show(loaded);
 }
 
-void run(char const* path) {
-    module const loaded(path);  // stays until the factory and all objects are gone
+void run(plugin::module const& loaded) {
     iptr<i_object_factory_t> factory;
     basic_object_factory_t::create(nullptr, iid_object_factory, &factory);
     std::set<guid_t> const before = factory->registered_classes();
@@ -107,8 +82,9 @@ int main(int argc, char** argv) {
         std::cerr << "usage: plugin_host MODULE\n";
         return 2;
     }
+    std::optional<plugin::module> loaded;  // outlives what it made and what it may have thrown
     try {
-        run(argv[1]);
+        run(loaded.emplace(argv[1]));
         return 0;
     } catch (std::exception const& failure) {
         std::cerr << "plugin_host: " << failure.what() << '\n';

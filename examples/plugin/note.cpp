@@ -20,6 +20,14 @@ uany_map today() {
             {"day", static_cast<int>(static_cast<unsigned>(day.day()))}};
 }
 
+int number(uany_map const& from, char const* key) {
+    auto const found = from.find(key);
+    if (found == from.end()) {
+        throw key_not_found(key);
+    }
+    return boost::any_cast<int>(found->second);
+}
+
 class note_t : public flat_t<note_t, i_string_t, i_uany_map_t, i_serializable_t> {
 public:
     /// Takes the text from `params`, where it is under "text".
@@ -36,11 +44,6 @@ public:
         return note->query_interface(iid, out);
     }
 
-    static bool deserialize_function(iptr<i_unknown_t> const& outer, iptr<i_serializer_t> const&,
-                                     iptr<i_unknown_t>& out) {
-        return rebuild_object(outer, out);
-    }
-
     std::string& string() override { return text_; }
     std::string const& string() const override { return text_; }
     uany_map const& map() const override { return date_; }
@@ -51,9 +54,12 @@ public:
         s->write_string(text_);
         velum::serialize(date_, s);
     }
+    // Takes nothing but numbers: a damaged stream may bring a map with objects, even with this note.
     void deserialize(iptr<i_serializer_t> const& s) override {
         s->read_string(text_);
-        velum::deserialize(date_, s);
+        uany_map read;
+        velum::deserialize(read, s);
+        date_ = {{"year", number(read, "year")}, {"month", number(read, "month")}, {"day", number(read, "day")}};
     }
 
 private:

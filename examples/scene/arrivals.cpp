@@ -16,14 +16,14 @@ namespace {
 // Neither kind of map can be emptied but by reading. A boxed value map merges, so each of its values gets another one;
 // an object map takes what it reads for all that it has. Without values the two read the same bytes.
 void take_apart(velum::iptr<velum::i_unknown_t> const& object) {
-    velum::iptr<velum::i_unknown_map_t> const objects(object, velum::iid_unknown_map);
-    velum::iptr<velum::i_uany_map_t> const values(object, velum::iid_uany_map);
-    if (!objects && !values) {
+    velum::iptr<velum::i_serializable_t> const stored(object, velum::iid_serializable);
+    bool const is_value_map = stored->clsid() == velum::uany_map_obj_t::_clsid;  // others may have values too
+    if (!is_value_map && !velum::iptr<velum::i_unknown_map_t>(object, velum::iid_unknown_map)) {
         return;
     }
     velum::uany_map instead;
-    if (values) {
-        for (auto const& [key, value] : values->map()) {
+    if (is_value_map) {
+        for (auto const& [key, value] : velum::iptr<velum::i_uany_map_t>(object, velum::iid_uany_map)->map()) {
             instead[key] = 0;
         }
     }
@@ -34,7 +34,7 @@ void take_apart(velum::iptr<velum::i_unknown_t> const& object) {
     velum::basic_istream_t::create(nullptr, stream, velum::iid_istream, &input);
     velum::iptr<velum::i_serializer_t> reader;
     velum::basic_serializer_t::create(nullptr, input, nullptr, 0, velum::iid_serializer, &reader);
-    velum::iptr<velum::i_serializable_t>(object, velum::iid_serializable)->deserialize(reader);
+    stored->deserialize(reader);
 }
 
 }  // namespace

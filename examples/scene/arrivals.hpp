@@ -12,8 +12,8 @@ namespace scene {
 ///
 /// A damaged file can tie objects into a knot: an object map that holds itself, or a material that holds the mesh that
 /// it belongs to. Counted references would keep such objects for ever, so what arrived is taken apart at the end unless
-/// it was accepted. Every knot leads through a map, as meshes hold nothing else and nodes are made into trees only, and
-/// each object of a knot has arrived before another could hold it.
+/// it was accepted. Every knot leads through a map, as meshes hold nothing else, nodes are made into trees only and
+/// what a module brings holds no objects, and each object of a knot has arrived before another could hold it.
 class arrivals {
 public:
     arrivals() = default;

@@ -2,6 +2,8 @@
 #include "lookup.hpp"
 #include "require.hpp"
 
+#include <velum/boxed/string.hpp>
+
 #include <algorithm>
 #include <cstdint>
 #include <set>
@@ -74,6 +76,12 @@ void check_tree(i_node_t const& root, totals& found) {
     }
 }
 
+void check_note(velum::iptr<velum::i_unknown_t> const& note) {
+    require(velum::iptr<velum::i_string_t>(note, velum::iid_string) &&
+                velum::iptr<velum::i_uany_map_t>(note, velum::iid_uany_map),
+            "its note has no text or no values");
+}
+
 void check_info(velum::uany_map const& info, totals const& found) {
     lookup<std::string>(info, "name");
     lookup<velum::affine_space3>(info, "bounds");
@@ -108,8 +116,11 @@ std::size_t check_document(velum::iptr<velum::i_unknown_map_t> const& document) 
     }
     check_tree(*parts.root, found);
     check_info(parts.info->map(), found);
-    std::size_t const maps = 3;  // the document, its info and its materials
-    return maps + found.materials.size() + found.nodes + found.meshes.size();
+    if (parts.note) {
+        check_note(parts.note);
+    }
+    std::size_t const others = parts.note ? 4 : 3;  // the document, its info and its materials, and the note
+    return others + found.materials.size() + found.nodes + found.meshes.size();
 }
 
 }  // namespace scene

@@ -8,6 +8,7 @@ namespace scene {
 document_parts::document_parts(velum::iptr<velum::i_unknown_map_t> const& document)
     : info(document->get("info"), velum::iid_uany_map),
       materials(document->get("materials"), velum::iid_unknown_map),
+      note(document->get("note")),
       root(document->get("root"), iid_node) {}
 
 velum::iptr<velum::i_uany_map_t> document_parts::material(std::string const& name) const {

@@ -13,9 +13,10 @@ namespace scene {
 
 // The scene as a graph of objects. Whatever it leads to by two ways is stored once, and comes back as one object:
 //
-//     document     object map: "info", "materials" and "root"
+//     document     object map: "info", "materials", "root" and, if there is one, "note"
 //       info       value map, see below
 //       materials  object map: a value map under the name of each material, which the meshes with it have too
+//       note       of a class that a module brings: a text (`i_string_t`) with plain values (`i_uany_map_t`)
 //       root       node, named like the model, without a mesh
 //         child    node for an object of the model, without a mesh
 //           child  node for the part of that object that has one material and group, with its mesh
@@ -42,6 +43,7 @@ struct document_parts {
 
     velum::iptr<velum::i_uany_map_t> info;
     velum::iptr<velum::i_unknown_map_t> materials;
+    velum::iptr<velum::i_unknown_t> note;
     velum::iptr<i_node_t> root;
 
     /// What stands under `name` in `materials`.

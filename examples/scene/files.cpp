@@ -1,7 +1,6 @@
 #include "files.hpp"
 
 #include "arrivals.hpp"
-#include "classes.hpp"
 #include "document.hpp"
 #include "require.hpp"
 #include "stages.hpp"
@@ -21,6 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using object_map = velum::iptr<velum::i_unknown_map_t>;
+using factory = velum::iptr<velum::i_object_factory_t>;
 
 [[noreturn]] void fail(fs::path const& file, std::string const& reason) {
     throw std::runtime_error(file.string() + ": " + reason);
@@ -47,11 +47,22 @@ constexpr std::streamoff size_of_tag = 4;
 constexpr std::streamoff size_of_number = 4;
 constexpr std::streamoff size_of_identifier = sizeof(velum::guid_t);
 
-object_map read_document(boost::shared_ptr<std::ifstream> const& stream, arrivals& arrived) {
+// Where the identifier of an unknown class has just been read.
+[[noreturn]] void fail_at_class(fs::path const& file, std::ifstream& stream) {
+    std::streamoff const offset = position(stream) - size_of_identifier;
+    velum::guid_t clsid;
+    stream.seekg(offset);
+    stream.read(reinterpret_cast<char*>(&clsid), sizeof clsid);
+    bool const is_first = offset == size_of_tag + size_of_number;
+    fail_at(file, is_first ? "it doesn't begin as a scene does" : "an object of the unknown class " + clsid.string(),
+            offset);
+}
+
+object_map read_document(boost::shared_ptr<std::ifstream> const& stream, factory const& classes, arrivals& arrived) {
     velum::iptr<velum::i_istream_t> input;
     velum::basic_istream_t::create(nullptr, stream, velum::iid_istream, &input);
     velum::iptr<velum::i_serializer_t> reader;
-    velum::basic_serializer_t::create(nullptr, input, make_factory(), 0, velum::iid_serializer, &reader);
+    velum::basic_serializer_t::create(nullptr, input, classes, 0, velum::iid_serializer, &reader);
     reader->set_object_mapper([&arrived](auto const& object) {
         arrived.add(object);
         return object;
@@ -79,6 +90,14 @@ std::ifstream open_to_read(fs::path const& file) {
     return stream;
 }
 
+void save(boost::shared_ptr<std::ostream> const& stream, object_map const& document) {
+    velum::iptr<velum::i_ostream_t> output;
+    velum::basic_ostream_t::create(nullptr, stream, velum::iid_ostream, &output);
+    velum::iptr<velum::i_serializer_t> writer;
+    velum::basic_serializer_t::create(nullptr, output, 0, velum::iid_serializer, &writer);
+    writer->write_object({document, velum::iid_serializable});
+}
+
 void save(fs::path const& file, object_map const& document) {
     auto const stream = boost::make_shared<std::ofstream>(file, std::ios::binary);
     if (!*stream) {
@@ -86,28 +105,22 @@ void save(fs::path const& file, object_map const& document) {
     }
     stream->exceptions(std::ios::badbit | std::ios::failbit);  // the serializer looks at no state
     try {
-        velum::iptr<velum::i_ostream_t> output;
-        velum::basic_ostream_t::create(nullptr, stream, velum::iid_ostream, &output);
-        velum::iptr<velum::i_serializer_t> writer;
-        velum::basic_serializer_t::create(nullptr, output, 0, velum::iid_serializer, &writer);
-        writer->write_object({document, velum::iid_serializable});
+        save(stream, document);
         stream->close();
     } catch (std::ios_base::failure const&) {
         fail(file, "can't be written to its end");
     }
 }
 
-object_map load(fs::path const& file) {
+object_map load(fs::path const& file, factory const& classes) {
     auto const stream = boost::make_shared<std::ifstream>(open_to_read(file));
     stream->exceptions(std::ios::badbit | std::ios::failbit);  // without them what is missing reads as zeros
     arrivals arrived;
     object_map document;
     try {
-        document = read_document(stream, arrived);
+        document = read_document(stream, classes, arrived);
     } catch (velum::i_object_factory_t::class_not_registered const&) {
-        std::streamoff const offset = position(*stream) - size_of_identifier;
-        bool const is_first = offset == size_of_tag + size_of_number;
-        fail_at(file, is_first ? "it doesn't begin as a scene does" : "an object of an unknown class", offset);
+        fail_at_class(file, *stream);
     } catch (velum::unknown_type const& failure) {
         fail_at(file, failure.what(), position(*stream) - size_of_tag);
     } catch (std::exception const& failure) {

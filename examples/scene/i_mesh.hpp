@@ -15,6 +15,7 @@ public:
 
     /// A value map that other meshes may share, or null.
     virtual velum::iptr<velum::i_uany_map_t> const& material() const = 0;
+    virtual void set_material(velum::iptr<velum::i_uany_map_t> const& material) = 0;
 };
 
 }  // namespace scene

@@ -15,9 +15,11 @@ inline velum::guid_t const iid_node("{9A8FB463-A0AD-45A4-8C0E-FD55C4E0A3CB}");
 class i_node_t : public velum::i_unknown_t {
 public:
     virtual std::string const& name() const = 0;
+    virtual void set_name(std::string const& name) = 0;
 
     /// From the node to its parent.
     virtual velum::affine_space3 const& transform() const = 0;
+    virtual void set_transform(velum::affine_space3 const& transform) = 0;
 
     /// May be null.
     virtual velum::iptr<i_mesh_t> const& mesh() const = 0;

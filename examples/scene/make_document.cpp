@@ -4,6 +4,7 @@
 #include "mesh.hpp"
 #include "model.hpp"
 #include "node.hpp"
+#include "note.hpp"
 
 #include <velum/boxed/unknown_map.hpp>
 
@@ -70,7 +71,7 @@ velum::iptr<i_node_t> make_tree(model const& from, object_map const& materials) 
 
 }  // namespace
 
-object_map make_document(model const& from) {
+object_map make_document(model const& from, velum::iptr<velum::i_object_factory_t> const& factory) {
     auto const materials = new_map();
     for (auto const& material : from.materials) {
         materials->set(material.name, velum::uany_map_obj_t::create(make_material(material)).get());
@@ -78,6 +79,9 @@ object_map make_document(model const& from) {
     auto const document = new_map();
     document->set("info", velum::uany_map_obj_t::create(make_info(from)).get());
     document->set("materials", materials.get());
+    if (auto const note = make_note(factory, "made of the model " + from.name)) {
+        document->set("note", note);
+    }
     document->set("root", make_tree(from, materials).get());
     return document;
 }

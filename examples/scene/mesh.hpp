@@ -17,6 +17,7 @@ public:
 
     mesh_data const& data() const override { return data_; }
     velum::iptr<velum::i_uany_map_t> const& material() const override { return material_; }
+    void set_material(velum::iptr<velum::i_uany_map_t> const& material) override { material_ = material; }
 
     velum::guid_t clsid() const override;
     void serialize_obj(velum::iptr<velum::i_serializer_t> const&) const override {}

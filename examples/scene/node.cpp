@@ -80,16 +80,10 @@ void node_t::deserialize(velum::iptr<velum::i_serializer_t> const& s) {
 }
 
 velum::any_map node_t::class_info() {
-    velum::create_function_t const create = [](auto const& outer, auto const&, auto const& iid, void* out) {
-        return create_object(outer, iid, out);
-    };
-    velum::deserialize_function_t const rebuild = [](auto const& outer, auto const&, auto& out) {
-        return rebuild_object(outer, out);
-    };
     return {{"clsid", clsid_node},
             {"class_name", std::string("node")},
-            {"create_function", create},
-            {"deserialize_function", rebuild},
+            {"create_function", velum::create_function_t(&node_t::create_function)},
+            {"deserialize_function", velum::deserialize_function_t(&node_t::deserialize_function)},
             {"supported_interfaces", std::set{velum::iid_unknown, iid_node, velum::iid_serializable}}};
 }
 

@@ -18,7 +18,9 @@ public:
     ~node_t() override;
 
     std::string const& name() const override { return name_; }
+    void set_name(std::string const& name) override { name_ = name; }
     velum::affine_space3 const& transform() const override { return transform_; }
+    void set_transform(velum::affine_space3 const& transform) override { transform_ = transform; }
     velum::iptr<i_mesh_t> const& mesh() const override { return mesh_; }
     std::vector<velum::iptr<i_node_t>> const& children() const override { return children_; }
     i_node_t* parent() const override { return parent_; }

@@ -1,66 +1,45 @@
 #include "tree.hpp"
 
-#include "document.hpp"
-#include "identity.hpp"
+#include "lookup.hpp"
 #include "value_tree.hpp"
+
+#include <set>
 
 namespace scene {
 namespace {
 
-class graph_tree : public value_tree {
+class description_tree : public value_tree {
 public:
-    using value_tree::value_tree;
+    description_tree(std::ostream& out, description const& objects) : value_tree(out), objects_(objects) {}
 
-    void put(velum::iptr<velum::i_unknown_map_t> const& document) {
-        document_parts const parts(document);
+    void put(std::size_t number) {
         indented([&] {
-            put("info", parts.info);
-            start_line() << "materials";
-            auto const names = parts.material_names();
-            auto const put_material = [&](std::size_t i) { put(names[i], parts.material(names[i])); };
-            indented([&] { put_rows(names.size(), 24, put_material); });
-            put("root", parts.root);
+            put_map(lookup<velum::any_map>(objects_[number], "values"));
+            auto const& links = lookup<std::vector<velum::any_map>>(objects_[number], "links");
+            put_rows(links.size(), 12, [&](std::size_t i) { put_link(links[i]); });
         });
     }
 
 private:
     // The content only where the object stands for the first time.
-    template <class Interface>
-    void put(std::string const& name, velum::iptr<Interface> const& object) {
-        start_line() << printable(name, 60);
-        if (!object) {
-            out() << ": none";
-            return;
-        }
-        auto const [number, is_new] = numbers_.emplace(identity(object), numbers_.size() + 1);
-        out() << (is_new ? ": #" : ": see #") << number->second;
+    void put_link(velum::any_map const& link) {
+        int const number = lookup<int>(link, "object");
+        bool const is_new = printed_.insert(number).second;
+        start_line() << printable(lookup<std::string>(link, "name"), 60) << (is_new ? ": #" : ": see #") << number;
         if (is_new) {
-            indented([&] { put_content(*object); });
+            put(static_cast<std::size_t>(number));
         }
     }
 
-    void put_content(velum::i_uany_map_t const& map) { put_map(map.map()); }
-
-    void put_content(i_mesh_t const& mesh) {
-        put_map(values_of(mesh.data()));
-        put("material", mesh.material());
-    }
-
-    void put_content(i_node_t const& node) {
-        put_map(values_of(node));
-        put("mesh", node.mesh());
-        auto const& children = node.children();
-        put_rows(children.size(), 8, [&](std::size_t i) { put('[' + std::to_string(i) + ']', children[i]); });
-    }
-
-    std::map<velum::i_unknown_t const*, std::size_t> numbers_;
+    description const& objects_;
+    std::set<int> printed_;
 };
 
 }  // namespace
 
-void print_tree(std::ostream& out, std::string const& title, velum::iptr<velum::i_unknown_map_t> const& document) {
+void print_tree(std::ostream& out, std::string const& title, description const& document) {
     out << printable(title, 500);
-    graph_tree(out).put(document);
+    description_tree(out, document).put(0);
     out << '\n';
 }
 

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <velum/core/i_unknown_map.hpp>
+#include "description.hpp"
 
 #include <iosfwd>
 #include <string>
 
 namespace scene {
 
-/// Prints a document, one that has been checked, as a tree below its title. Each object has a number and stands there
-/// once; in all other places "see #3" leads to it.
-void print_tree(std::ostream& out, std::string const& title, velum::iptr<velum::i_unknown_map_t> const& document);
+/// Prints a document as a tree below its title. Each object has its number and stands there once; in all other places
+/// "see #3" leads to it.
+void print_tree(std::ostream& out, std::string const& title, description const& document);
 
 }  // namespace scene

@@ -35,16 +35,6 @@ iptr<i_uany_map_t> uany_map_obj_t::create(uany_map const& map) {
     return new uany_map_obj_t(map);
 }
 
-bool uany_map_obj_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const&, guid_t const& iid,
-                                     void* out) {
-    return create_object(outer, iid, out);
-}
-
-bool uany_map_obj_t::deserialize_function(iptr<i_unknown_t> const& outer, iptr<i_serializer_t> const&,
-                                          iptr<i_unknown_t>& out) {
-    return rebuild_object(outer, out);
-}
-
 guid_t uany_map_obj_t::clsid() const {
     return detail::clsid_uany_map_obj;
 }

@@ -40,15 +40,6 @@ public:
     /// A new object with a copy of `map`.
     static iptr<i_uany_map_t> create(std::map<ustring, boost::any> const& map);
 
-    /// Makes an object with an empty map and asks it for `iid` into the slot `out`. False when it doesn't have the
-    /// interface; false, with the slot untouched, when `outer` isn't null. Reads nothing from `params`.
-    static bool create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const& params, guid_t const& iid,
-                                void* out);
-
-    /// Makes an object with an empty map, whose content `deserialize` reads. False when `outer` isn't null.
-    static bool deserialize_function(iptr<i_unknown_t> const& outer, iptr<i_serializer_t> const& s,
-                                     iptr<i_unknown_t>& out);
-
     std::map<ustring, boost::any> const& map() const override { return payload; }
 
     guid_t clsid() const override;

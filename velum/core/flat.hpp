@@ -2,6 +2,8 @@
 
 #include <velum/core/counted.hpp>
 #include <velum/core/guid.hpp>
+#include <velum/core/i_serializer.hpp>
+#include <velum/core/i_unknown_map.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
@@ -14,15 +16,17 @@ namespace velum {
 /// = 0` and `answers()`. The functions below make an object by its default constructor.
 template <class Object, class... Interfaces>
 class flat_t : public counted_t<Object, Interfaces...> {
-protected:
+public:
     /// Makes an object and asks it for `iid` into the slot `out`. False when it doesn't have the interface; false, with
-    /// the slot untouched, when `outer` isn't null.
-    static bool create_object(iptr<i_unknown_t> const& outer, guid_t const& iid, void* out) {
+    /// the slot untouched, when `outer` isn't null. Reads nothing from `params`.
+    static bool create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const& /*params*/,
+                                guid_t const& iid, void* out) {
         return !outer && iptr<Object>(object_access::make<Object>())->query_interface(iid, out);
     }
 
-    /// Makes an object for a `deserialize_function`. False when `outer` isn't null.
-    static bool rebuild_object(iptr<i_unknown_t> const& outer, iptr<i_unknown_t>& out) {
+    /// Makes an object whose content `deserialize` reads. False when `outer` isn't null.
+    static bool deserialize_function(iptr<i_unknown_t> const& outer, iptr<i_serializer_t> const& /*s*/,
+                                     iptr<i_unknown_t>& out) {
         if (outer) {
             return false;
         }
