@@ -44,6 +44,29 @@ bool basic_serializer_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_
     return create(outer, 0, iid, out);
 }
 
+void basic_serializer_t::object_table::set(std::uint32_t number, iptr<i_unknown_t> const& object) {
+    if (number < counted_.size()) {
+        counted_[number] = object;
+    } else if (number == counted_.size() && others_.empty()) {
+        counted_.push_back(object);
+    } else {
+        others_[number] = object;
+    }
+}
+
+i_unknown_t* basic_serializer_t::object_table::find(std::uint32_t number) const {
+    if (number < counted_.size()) {
+        return counted_[number].get();
+    }
+    auto const other = others_.find(number);
+    return other != others_.end() ? other->second.get() : nullptr;
+}
+
+void basic_serializer_t::object_table::clear() {
+    others_.clear();
+    counted_.clear();
+}
+
 int basic_serializer_t::basic_serializer_imp_t::version() const {
     return payload.version;
 }
@@ -119,11 +142,8 @@ bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable
 }
 
 bool basic_serializer_t::basic_serializer_imp_t::read_reference(iptr<i_serializable_t>& object) {
-    auto const found = payload.objects_by_number.find(read_word(input()));
-    if (found == payload.objects_by_number.end()) {
-        throw std::runtime_error("object not deserialized yet");
-    }
-    return found->second->query_interface(iid_serializable, &object);
+    iptr<i_unknown_t> const met(payload.objects_by_number.find(read_word(input())));
+    return detail::required(met, "object not deserialized yet").query_interface(iid_serializable, &object);
 }
 
 bool basic_serializer_t::basic_serializer_imp_t::read_object_header(iptr<i_unknown_t> const& controlling,
@@ -146,7 +166,7 @@ iptr<i_unknown_t> basic_serializer_t::basic_serializer_imp_t::build_object(iptr<
     detail::required(payload.factory, "serializer has no object factory")
         .deserialize_object(clsid, controlling, reader, object);
     detail::required(object, "object is not deserializable");
-    payload.objects_by_number.insert_or_assign(number, object);
+    payload.objects_by_number.set(number, object);
     return object;
 }
 

@@ -16,6 +16,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -101,6 +102,23 @@ private:
         std::shared_ptr<object_mapper_t const> shared;
     };
 
+    /// Objects under the numbers that the stream gives them: a writer counts from 0 on, and what doesn't is damaged or
+    /// has been skipped. No choice of numbers makes the table slow.
+    class object_table {
+    public:
+        /// Takes the place of an object that has the number already.
+        void set(std::uint32_t number, iptr<i_unknown_t> const& object);
+
+        /// Null for a number that no object has.
+        i_unknown_t* find(std::uint32_t number) const;
+
+        void clear();
+
+    private:
+        std::deque<iptr<i_unknown_t>> counted_;  // whose numbers are their places
+        std::map<std::uint32_t, iptr<i_unknown_t>> others_;
+    };
+
     struct state {
         iptr<i_istream_t> input{};
         iptr<i_ostream_t> output{};
@@ -113,8 +131,8 @@ private:
         boost::unordered_map<iptr<i_unknown_t>, std::uint64_t, by_address> numbers_of_objects{};
         std::uint64_t next_number = 0;
 
-        // A reader's. The stream says the numbers.
-        boost::unordered_map<std::uint64_t, iptr<i_unknown_t>> objects_by_number{};
+        // A reader's.
+        object_table objects_by_number{};
 
         void drop() {
             objects_by_number.clear();
