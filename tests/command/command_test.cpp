@@ -132,18 +132,4 @@ TEST(multi_command, copies_and_moves_its_list_and_count) {
     }
 }
 
-TEST(multi_command, that_leads_to_itself_ends_before_the_stack_does) {
-    struct again : command_t {
-        using command_t::command_t;
-        void do_it() override { next->do_it(); }
-        void undo_it() override { next->undo_it(); }
-        i_command_t* next = nullptr;
-    };
-    iptr<again> const step(new again(nullptr));
-    multi_command_t knot({step.get()});
-    step->next = &knot;
-    EXPECT_EQ(support::failure_of([&] { knot.do_it(); }), "std::runtime_error: nesting too deep");
-    EXPECT_EQ(support::failure_of([&] { knot.undo_it(); }), "std::runtime_error: nesting too deep");
-}
-
 }  // namespace

@@ -52,6 +52,7 @@ TEST(interface_layout, operations_stand_in_their_places) {
         static_cast<void (f::*)(guid_t const&, create_function_t const&, any_map const&, deserialize_function_t const&,
                                 init_function_t const&)>(&f::register_class),
         &f::create_object, &f::deserialize_object, &f::registered_classes, &f::class_info);
+    expect_places<i_command_t>(5, &i_command_t::do_it, &i_command_t::undo_it);
 }
 
 }  // namespace

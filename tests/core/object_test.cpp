@@ -40,6 +40,7 @@ std::vector<class_row> const rows = {
     row_of<basic_ostream_t>("basic_ostream", {iid_unknown, iid_ostream}),
     row_of<basic_serializer_t>("basic_serializer", {iid_unknown, iid_serializer}),
     row_of<basic_object_factory_t>("basic_object_factory", {iid_unknown, iid_object_factory}),
+    row_of<multi_object_factory_t>("multi_object_factory", {iid_unknown, iid_object_factory}),
     {&uany_map_obj_t::_class_info,
      nullptr,
      {iid_unknown, iid_serializable, iid_uany_map},

@@ -1,18 +1,13 @@
 #include <velum/command/multi_command.hpp>
 #include <velum/core/detail/required.hpp>
-#include <velum/core/detail/stack_guard.hpp>
 
 #include <utility>
 
 namespace velum {
 namespace {
 
-using detail::stack_guard;
-
 template <class Position>
 void call_each(Position first, Position last, void (i_command_t::*operation)()) {
-    stack_guard const guard(stack_guard::reserve::for_reading);
-    stack_guard::level const level(guard);
     for (; first != last; ++first) {
         (detail::required(*first, "command is null").*operation)();
     }

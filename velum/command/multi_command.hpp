@@ -12,8 +12,8 @@
 
 namespace velum {
 
-/// A list of commands that is one command. The same command may stand in it twice, and another list too. It answers
-/// `iid_command` alone.
+/// A list of commands that is one command. The same command may stand in it twice, and another list too, but not the
+/// list itself. It answers `iid_command` alone.
 class VELUM_API multi_command_t : public counted_t<multi_command_t, i_command_t> {
 public:
     explicit multi_command_t(std::vector<iptr<i_command_t>> const& commands);
@@ -27,9 +27,9 @@ public:
     /// Drops the references from the first command to the last.
     ~multi_command_t() override;
 
-    /// Does the commands from the first to the last. What one throws passes through: those before it stay done, and
-    /// those behind it are left alone. Throws `std::runtime_error` where the list has a null ("command is null"), and
-    /// when lists within lists come near the end of the stack ("nesting too deep").
+    /// Does the commands from the first to the last. What one throws passes through: those before it stay done, those
+    /// behind it are left alone, and nobody is told how far it came. A null in the list throws `std::runtime_error`
+    /// ("command is null") in its place, here and on undoing.
     void do_it() override;
 
     /// Undoes the commands from the last to the first; everything else is as in `do_it`.

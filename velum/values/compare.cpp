@@ -9,6 +9,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -82,7 +83,7 @@ private:
     // The first two elements of which one is less decide, then the lengths.
     template <class Rows, class Compare>
     order compare_rows(Rows const& a, Rows const& b, Compare compare_elements) {
-        detail::stack_guard::level_of<1> const level(stack_);
+        detail::stack_guard::level_of<1> const level(stack_ ? *stack_ : stack_.emplace(reserve::for_reading));
         auto left = a.begin();
         auto right = b.begin();
         for (; left != a.end() && right != b.end(); ++left, ++right) {
@@ -94,7 +95,9 @@ private:
         return a.size() <=> b.size();
     }
 
-    detail::stack_guard stack_{detail::stack_guard::reserve::for_reading};
+    using reserve = detail::stack_guard::reserve;
+
+    std::optional<detail::stack_guard> stack_;  // plain values need none
 };
 
 }  // namespace
