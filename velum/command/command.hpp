@@ -12,7 +12,8 @@
 namespace velum {
 
 /// The base of a command: it counts the references and keeps a handler, which it never calls. A command answers
-/// `iid_command` alone, not `iid_unknown`; a derived class that has more overrides `query_interface`.
+/// `iid_command` alone, not `iid_unknown`. A derived class that has more overrides `query_interface`, and with another
+/// interface among its bases also `add_ref` and `release`, where it calls those of `command_t`.
 class VELUM_API command_t : public counted_t<command_t, i_command_t> {
 public:
     /// Takes a reference on `handler`, which may be null.

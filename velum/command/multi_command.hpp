@@ -32,7 +32,8 @@ public:
     /// ("command is null") in its place, here and on undoing.
     void do_it() override;
 
-    /// Undoes the commands from the last to the first; everything else is as in `do_it`.
+    /// Undoes the commands from the last to the first, all of them, also those that a `do_it` that threw never reached.
+    /// Everything else is as in `do_it`.
     void undo_it() override;
 
 private:

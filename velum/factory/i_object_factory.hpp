@@ -41,9 +41,9 @@ public:
         ~class_not_registered() override;
     };
 
-    /// Registers a class by its record, which must have "clsid", "create_function" and "deserialize_function" and may
-    /// have "init_function". Throws `key_not_found` or `boost::bad_any_cast` for the first that is missing or of
-    /// another type, or as the form below.
+    /// Registers a class by its record, which must have "clsid", "create_function" and "deserialize_function": throws
+    /// `key_not_found` or `boost::bad_any_cast` for the first that is missing or not of its very type (see
+    /// class_record.hpp), or as the form below. An "init_function" of another type is taken for none.
     virtual void register_class(std::map<std::string, boost::any> const& class_info) = 0;
 
     /// Registers a class by its parts, with copies of them all, and then calls `init` unless it is empty. What `init`

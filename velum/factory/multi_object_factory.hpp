@@ -18,10 +18,13 @@ namespace velum {
 /// The factory made of factories. It answers `iid_unknown` and `iid_object_factory`, and can be aggregated.
 ///
 /// What its members know when it is made, it knows too, and hands on to the member: of two with the same class to the
-/// one at the higher address. There is no second try with another. What is registered on a member later it doesn't see.
-/// What is registered here goes to a factory of its own, which from then on serves the class in a member's place; that
+/// one at the higher address, which is to say to either. There is no second try with the other. What is registered on a
+/// member later it doesn't see.
+///
+/// What is registered here goes to a factory of its own, which from then on serves the class in a member's place. That
 /// factory has the two classes that every `basic_object_factory_t` has, so those can't be registered here, nor are they
-/// known unless a member knows them. A registration that fails leaves the identifier among the registered ones.
+/// known unless a member knows them. A registration that fails leaves the identifier among the registered ones; if it
+/// failed in the class's "init_function", the class can't be made here, nor registered again.
 ///
 /// Copies and moves share the factory of its own with the source; a move leaves the source without members and classes.
 class VELUM_API multi_object_factory_t : public aggregatable_t<multi_object_factory_t> {

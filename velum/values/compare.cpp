@@ -64,7 +64,7 @@ private:
     order compare(value_shape::map, Map const& a, Map const& b) {
         return compare_rows(a, b, [this](auto const& left, auto const& right) {
             order const keys = left.first <=> right.first;
-            return keys != 0 ? keys : this->compare(left.second, right.second);
+            return std::is_neq(keys) ? keys : this->compare(left.second, right.second);
         });
     }
 
@@ -88,7 +88,7 @@ private:
         auto right = b.begin();
         for (; left != a.end() && right != b.end(); ++left, ++right) {
             order const elements = compare_elements(*left, *right);
-            if (elements < 0 || elements > 0) {
+            if (std::is_lt(elements) || std::is_gt(elements)) {
                 return elements;
             }
         }
@@ -103,7 +103,7 @@ private:
 }  // namespace
 
 bool any_compare(boost::any const& a, boost::any const& b) {
-    return comparer().compare(a, b) < 0;
+    return std::is_lt(comparer().compare(a, b));
 }
 
 }  // namespace velum

@@ -24,11 +24,11 @@ public:
     /// The linear parts decide; where neither is less, be it for a NaN in one of them, the origins do.
     friend constexpr std::partial_ordering operator<=>(affine_space const& a, affine_space const& b) {
         std::partial_ordering const linear_parts = a.linear <=> b.linear;
-        if (linear_parts < 0 || linear_parts > 0) {
+        if (std::is_lt(linear_parts) || std::is_gt(linear_parts)) {
             return linear_parts;
         }
         std::partial_ordering const origins = a.origin <=> b.origin;
-        return origins == 0 ? linear_parts : origins;
+        return std::is_eq(origins) ? linear_parts : origins;
     }
 };
 

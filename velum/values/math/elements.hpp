@@ -19,7 +19,7 @@ constexpr std::partial_ordering compare_elements(T const* a, T const* b, int cou
 /// Whether all pairs of elements are equal. A NaN equals nothing.
 template <class T>
 constexpr bool equal_elements(T const* a, T const* b, int count) {
-    return compare_elements(a, b, count) == 0;
+    return std::is_eq(compare_elements(a, b, count));
 }
 
 }  // namespace math
