@@ -12,7 +12,7 @@ namespace {
 
 using detail::stack_place;
 
-/// The destruction of an object by nobody's but the thread's own doing, and of those that die within it.
+/// The destruction of an object that doesn't die within another, and of those that die within it.
 class outermost_destruction : public detail::under_way<outermost_destruction> {
 public:
     explicit outermost_destruction(stack_place here) : place_(here) {}
@@ -23,7 +23,7 @@ public:
     }
 
     bool has_room(stack_place here) const {
-        if (place_ - here <= near) {
+        if (place_ - here <= close_by) {
             return true;
         }
         stack_place const end = detail::end_of_stack(here);
@@ -49,11 +49,11 @@ public:
     }
 
 private:
-    static constexpr std::size_t near = std::size_t{8} * 1024;  // bytes: no need to ask where the stack ends
+    static constexpr std::size_t close_by = std::size_t{8} * 1024;  // bytes; no need to ask where the stack ends
 
     // On the same stack, that is.
     bool is_above(stack_place here) const {
-        if (place_ - here <= near) {
+        if (place_ - here <= close_by) {
             return true;
         }
         stack_place const end = detail::end_of_stack(here);

@@ -34,16 +34,14 @@ namespace velum {
 /// A failure undoes nothing: what was written or read before it stays. On top of what streams, factories and the
 /// objects throw there are these, all `std::runtime_error`:
 /// - "object not serializable": `write_object_header` got null or an object without `iid_serializable`,
-/// - "object not deserialized yet": a reference to an object that the stream hasn't brought, or whose construction
-/// stage
-///   is still being read,
+/// - "object not deserialized yet": a reference to an object that the stream hasn't brought yet, be it that its
+///   construction stage is still being read,
 /// - "object is not deserializable": the factory built nothing, or for `read_object` something without
 ///   `iid_serializable`,
-/// - "serializer has no input stream", "serializer has no output stream", "serializer has no stream", "serializer has
-/// no
-///   object factory": the operation needs what the serializer wasn't given,
-/// - "nesting too deep": objects within objects have used up the stack. Whatever was written whole on a stack of some
-///   size can be read on one of that size.
+/// - "serializer has no input stream", "... no output stream", "... no stream", "... no object factory": the operation
+///   needs what the serializer wasn't given,
+/// - "nesting too deep": objects within objects have used up the stack. Whatever was written whole can be read where as
+///   much of the stack is left.
 ///
 /// Damaged lengths take no more than 16 MiB of memory ahead of what has arrived; see `length_exceeds_stream`.
 ///
