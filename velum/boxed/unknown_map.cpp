@@ -34,12 +34,13 @@ bool basic_unknown_map_t::deserialize_function(iptr<i_unknown_t> const& outer, i
 }
 
 void basic_unknown_map_t::basic_unknown_map_imp_t::set(std::string const& key, iptr<i_unknown_t> const& value) {
-    // The object that goes may come back to the map from its destructor, so its entry is out of the map meanwhile.
-    auto entry = payload.extract(key);
-    if (entry.empty()) {
-        payload[key] = value;
+    auto const [place, is_new] = payload.try_emplace(key);
+    if (is_new) {
+        place->second = value;
         return;
     }
+    // The object that goes may come back to the map from its destructor, so its entry is out of the map meanwhile.
+    auto entry = payload.extract(place);
     entry.mapped() = value;
     auto const result = payload.insert(std::move(entry));
     if (!result.inserted) {
@@ -85,7 +86,7 @@ void basic_unknown_map_t::basic_unknown_map_imp_t::deserialize(iptr<i_serializer
         if (key.empty() && !object && payload.count(key) != 0) {
             arrivals.doubt();
         }
-        payload[key] = object;
+        set(key, object);
         arrivals.keep(entry_memory);
     }
 }

@@ -5,8 +5,6 @@
 #include <velum/factory/object_factory.hpp>
 #include <velum/values/any_map.hpp>
 
-#include <utility>
-
 namespace velum {
 namespace {
 

@@ -7,8 +7,6 @@
 #include <velum/wire/detail/fill.hpp>
 #include <velum/wire/detail/sources.hpp>
 
-#include <stdexcept>
-
 namespace velum {
 
 namespace record = detail::record;

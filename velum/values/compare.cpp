@@ -11,7 +11,6 @@
 #include <cstring>
 #include <optional>
 #include <stdexcept>
-#include <string>
 
 namespace velum {
 namespace {

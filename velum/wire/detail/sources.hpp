@@ -4,7 +4,6 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 
-#include <algorithm>
 #include <cstdint>
 #include <istream>
 #include <stdexcept>
