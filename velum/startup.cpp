@@ -13,6 +13,7 @@
 #include <velum/factory/object_factory.hpp>
 #include <velum/serial/serializer.hpp>
 #include <velum/serial/stream.hpp>
+#include <velum/values/type_key.hpp>
 
 #include <set>
 
@@ -21,6 +22,10 @@ namespace {
 
 // The class identifiers, which everything below may read.
 clsid_initializer_t const class_ids;
+
+// Makes the tables of texts and type keys. Older than the static objects of every module that links the library, they
+// outlive these, whose destructors may intern a text or write a map.
+[[maybe_unused]] ustring const oldest_type = type_key(typeid(void));
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/detail/class_ids.hpp>
 #include <velum/values/detail/published_index.hpp>
+#include <velum/wire/detail/count.hpp>
 
 #include <gtest/gtest.h>
 
@@ -68,6 +69,11 @@ TEST(published_index, finds_entries_through_collisions_and_growth) {
         }
         EXPECT_GE(found, least);
     }
+}
+
+TEST(count, ends_at_32_bits) {
+    EXPECT_EQ(detail::count_of(0xFFFFFFFF), 0xFFFFFFFFU);
+    EXPECT_THROW(detail::count_of(0x100000000), std::length_error);
 }
 
 }  // namespace

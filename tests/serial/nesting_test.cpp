@@ -1,11 +1,18 @@
 #include "support/bytes.hpp"
 #include "support/failure.hpp"
+#include "support/heap.hpp"
 #include "support/node.hpp"
+#include "support/panel.hpp"
+#include "support/sanitized.hpp"
 #include "support/stack.hpp"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <sstream>
+#include <vector>
+
+#include <ucontext.h>
 
 namespace {
 
@@ -50,7 +57,7 @@ serializable chain_of(serializable (*around)(serializable const&), int length) {
 }
 
 TEST(nesting_of_objects, what_is_written_can_be_read_on_a_stack_of_the_same_size) {
-    for (auto const around : kinds) {
+    for (auto const& around : kinds) {
         for (std::size_t const size : {std::size_t{8} << 20U, std::size_t{256} << 10U}) {
             SCOPED_TRACE(testing::Message() << "kind " << &around - kinds << " on " << size << " bytes");
             int length = 0;
@@ -89,7 +96,7 @@ TEST(nesting_of_objects, is_no_matter_of_what_the_stack_holds_already) {
 TEST(nesting_of_objects, ends_before_the_stack_does) {
     on_stack(std::size_t{1} << 20U, [] {
         std::string bytes;
-        for (auto const around : kinds) {
+        for (auto const& around : kinds) {
             EXPECT_EQ(failure_of_writing(chain_of(around, 1000000), bytes), too_deep) << &around - kinds;
         }
         bytes.clear();
@@ -117,6 +124,70 @@ TEST(nesting_of_objects, a_flat_chain_of_a_million_takes_no_stack) {
         }
         EXPECT_EQ(as_node(back).links.size(), 1U);
     });
+}
+
+/// Runs `work` on a stack that isn't the thread's own, as fibers do.
+void on_foreign_stack(std::size_t size, std::function<void()> const& work) {
+    static std::function<void()> const* what;
+    what = &work;
+    std::vector<char> stack(size);
+    ucontext_t here{}, there{};
+    getcontext(&there);
+    there.uc_stack.ss_sp = stack.data();
+    there.uc_stack.ss_size = stack.size();
+    there.uc_link = &here;
+    makecontext(
+        &there, [] { (*what)(); }, 0);
+    swapcontext(&here, &there);
+}
+
+// Nobody tells where such a stack ends, so little of it is used.
+TEST(nesting_of_objects, ends_early_on_the_stack_of_a_fiber) {
+    if (sanitized) {
+        GTEST_SKIP() << "the sanitizer must be told of other stacks";
+    }
+    std::string bytes, writing, reading, flat;
+    for (std::uint32_t i = 0; i < 1000; ++i) {
+        bytes += u32(1) + u32(1) + "k" + u32(40);
+    }
+    on_foreign_stack(std::size_t{128} * 1024, [&] {
+        writing = failure_of_writing(chain_of(kinds[0], 1000), flat);
+        std::istringstream deep(bytes), small(body_of("k", 3, u32(1)));
+        velum::any_map map;
+        reading = failure_of([&] { velum::read(deep, map); });
+        flat = failure_of([&] { velum::read(small, map); });
+    });
+    EXPECT_EQ(writing, too_deep);
+    EXPECT_EQ(reading, too_deep);
+    EXPECT_EQ(flat, "");
+}
+
+/// Drops what it holds when most of the stack is in use and no memory is left.
+struct hungry : velum::flat_t<hungry, velum::i_unknown_t> {
+    ~hungry() override {
+        char frame[std::size_t{240} * 1024];
+        asm volatile("" : : "r"(frame) : "memory");  // the optimiser must leave it on the stack
+        heap_failure const failure(0, true);
+        held = nullptr;
+    }
+    object_ptr held;
+    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
+    std::int32_t ref_count = 0;
+};
+
+TEST(nesting_of_objects, an_object_that_cannot_wait_dies_at_once) {
+    int const alive = panel_t::alive;
+    for (bool const knows_its_stack : {true, false}) {  // to ask the system for it takes memory
+        on_stack(std::size_t{256} * 1024, [=] {
+            std::istringstream nothing;
+            velum::any_map map;
+            knows_its_stack ? velum::read(nothing, map) : void();
+            velum::iptr<hungry> outer(new hungry);
+            outer->held = panel_t::make();
+            outer = nullptr;
+        });
+    }
+    EXPECT_EQ(panel_t::alive, alive);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <boost/core/demangle.hpp>
 
 #include <exception>
+#include <ios>
 #include <string>
 #include <typeinfo>
 
@@ -13,6 +14,8 @@ template <class Work>
 std::string failure_of(Work work) {
     try {
         work();
+    } catch (std::ios_base::failure const&) {
+        return "std::ios_base::failure";  // of which each standard library has its own words
     } catch (std::exception const& failure) {
         return boost::core::demangle(typeid(failure).name()) + ": " + failure.what();
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/sanitized.hpp"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -12,14 +14,6 @@
 namespace support {
 
 inline constexpr std::size_t mebibyte = std::size_t{1} << 20U;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-inline constexpr bool sanitized = true;
-#elif defined(__has_feature)
-inline constexpr bool sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-inline constexpr bool sanitized = false;
-#endif
 
 /// While it exists, the process gets no more than `size` bytes of memory in addition to what it has. The sanitizers,
 /// which have their own ways with memory, go without.

@@ -84,4 +84,15 @@ inline std::vector<sample> samples() {
     };
 }
 
+/// All samples but the object, under keys of their own.
+inline velum::any_map map_of_samples() {
+    velum::any_map map;
+    for (auto const& [tag, value, payload] : samples()) {
+        if (tag != 47) {
+            map.emplace("a value with the number " + std::to_string(1000 + map.size()), value);
+        }
+    }
+    return map;
+}
+
 }  // namespace support

@@ -1,3 +1,4 @@
+#include "support/bytes.hpp"
 #include "support/recording_stream.hpp"
 #include "support/serializers.hpp"
 
@@ -6,6 +7,9 @@
 #include <cstddef>
 #include <istream>
 #include <ostream>
+#include <sstream>
+#include <stdexcept>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -90,6 +94,42 @@ TEST(calls, sixteen_mebibytes_are_one_call_wherever_they_stand) {
     expect_calls({{"k", velum::byte_vector(most)}}, {4, 4, 1, 4, 8, most});
     expect_calls({{text, 1}}, {4, 4, most, 4, 4});
     expect_calls({{"k", std::vector<any_map>{{{"t", text}}}}}, {4, 4, 1, 4, 4, 4, 4, 1, 4, 4, most});
+}
+
+/// Says how much it has at hand, which needn't be true.
+class telling_buffer : public std::streambuf {
+public:
+    telling_buffer(std::string const& bytes, std::streamsize at_hand) : bytes_(bytes), at_hand_(at_hand) {}
+
+    int reads = 0;
+
+private:
+    std::streamsize showmanyc() override { return at_hand_ < -1 ? throw std::logic_error("nobody knows") : at_hand_; }
+    std::streamsize xsgetn(char* data, std::streamsize size) override {
+        ++reads;
+        std::size_t const there = bytes_.copy(data, static_cast<std::size_t>(size), position_);
+        position_ += there;
+        return static_cast<std::streamsize>(there);
+    }
+
+    std::string const& bytes_;
+    std::streamsize at_hand_;
+    std::size_t position_ = 0;
+};
+
+TEST(calls, more_is_one_call_where_all_of_it_is_at_hand) {
+    std::string const text(17 * (std::size_t{1} << 20U), 't'), bytes = body_of("k", 1, u32(text.size()) + text);
+    auto const size = static_cast<std::streamsize>(text.size());
+    constexpr int fields = 6;
+    for (std::streamsize const at_hand :
+         {size, size + 1, size - 1, std::streamsize{0}, std::streamsize{-1}, std::streamsize{-2}}) {
+        telling_buffer buffer(bytes, at_hand);
+        std::istream stream(&buffer);
+        any_map map;
+        velum::read(stream, map);
+        EXPECT_EQ(buffer.reads == fields, at_hand >= size) << at_hand << " at hand, " << buffer.reads << " reads";
+        EXPECT_EQ(velum::any_map_get<std::string>(map, "k"), text);
+    }
 }
 
 }  // namespace

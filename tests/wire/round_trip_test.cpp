@@ -51,7 +51,7 @@ TEST_P(round_trip, every_type_has_its_bytes) {
         uany_map interned_back;
         EXPECT_EQ(read(bytes, back).consumed, bytes.size());
         EXPECT_EQ(read(bytes, interned_back).consumed, bytes.size());
-        EXPECT_EQ(back.at("k").type(), row.value.type());
+        EXPECT_EQ(velum::type_key(back.at("k").type()), velum::type_key(row.value.type()));
         EXPECT_EQ(write(back).bytes, bytes);
         EXPECT_EQ(write(interned_back).bytes, bytes);
     }

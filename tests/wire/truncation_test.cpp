@@ -1,14 +1,11 @@
-#include "support/samples.hpp"
+#include "support/bytes.hpp"
 #include "wire/route.hpp"
 
 #include <velum/velum.hpp>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <bit>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -17,46 +14,9 @@ namespace {
 using namespace support;
 using velum::any_map;
 using velum::uany_map;
-using anys = std::vector<boost::any>;
 
 class truncation : public by_route {};
 INSTANTIATE_TEST_SUITE_P(on, truncation, both_routes(), route_name);
-
-std::vector<std::string> small_bodies() {
-    std::vector<std::string> bodies;
-    for (sample const& row : samples()) {
-        bodies.push_back(body_of("key", row.tag, row.payload));
-    }
-    bodies.push_back(
-        from_hex("03000000 02000000 6d31 28000000 02000000 01000000 61 01000000 03000000 78797a 01000000 62"
-                 "2e000000 03000000 02000000 01000000 29000000 02000000 00000000 01000000 01000000 63 03000000 05000000"
-                 "2d000000 0400000000000000 01020304"
-                 "02000000 6d32 2c000000 02000000 01000000 01000000 64 2a000000 02000000 7575 01000000 01000000 65"
-                 "19000000 0000803f 00000040 00004040 02000000 6d33 1f000000 feffffffffffffff"));
-    return bodies;
-}
-
-// What doesn't arrive is zero, in whatever field the end falls: a body cut short must read as the same body with zeros
-// behind it, which is never short.
-template <class Map>
-void cut_everywhere(route way) {
-    for (std::string const& body : small_bodies()) {
-        for (std::size_t cut = 0; cut <= body.size(); ++cut) {
-            std::string const arrived = body.substr(0, cut);
-            Map map{{"old", 1}}, expected{{"old", 1}};
-            outcome const result = read_by(way, arrived, map);
-            outcome const padded = read_by(way, arrived + std::string(4096, '\0'), expected);
-            ASSERT_EQ(result.failure, padded.failure) << testing::PrintToString(arrived);
-            ASSERT_EQ(result.consumed, std::min(cut, padded.consumed)) << testing::PrintToString(arrived);
-            ASSERT_TRUE(same_map(map, expected)) << testing::PrintToString(arrived);
-        }
-    }
-}
-
-TEST_P(truncation, reads_as_zeros_wherever_the_end_falls) {
-    cut_everywhere<any_map>(GetParam());
-    cut_everywhere<uany_map>(GetParam());
-}
 
 struct cut_off {
     char const* field;

@@ -15,6 +15,23 @@ namespace {
 
 clsid_initializer_t const class_ids;
 
+// Out of the frame that each level of maps within maps takes.
+template <class Map, class Key>
+[[gnu::noinline]] void put(Map& map, Key&& key, iptr<i_unknown_t> const& value) {
+    auto const [place, is_new] = map.try_emplace(std::forward<Key>(key));
+    if (is_new) {
+        place->second = value;
+        return;
+    }
+    // The object that goes may come back to the map from its destructor, so its entry is out of the map meanwhile.
+    auto entry = map.extract(place);
+    entry.mapped() = value;
+    auto const result = map.insert(std::move(entry));
+    if (!result.inserted) {
+        result.position->second = value;
+    }
+}
+
 }  // namespace
 
 basic_unknown_map_t::basic_unknown_map_t(i_unknown_t* outer) : imp(outer) {}
@@ -34,18 +51,7 @@ bool basic_unknown_map_t::deserialize_function(iptr<i_unknown_t> const& outer, i
 }
 
 void basic_unknown_map_t::basic_unknown_map_imp_t::set(std::string const& key, iptr<i_unknown_t> const& value) {
-    auto const [place, is_new] = payload.try_emplace(key);
-    if (is_new) {
-        place->second = value;
-        return;
-    }
-    // The object that goes may come back to the map from its destructor, so its entry is out of the map meanwhile.
-    auto entry = payload.extract(place);
-    entry.mapped() = value;
-    auto const result = payload.insert(std::move(entry));
-    if (!result.inserted) {
-        result.position->second = value;
-    }
+    put(payload, key, value);
 }
 
 iptr<i_unknown_t> basic_unknown_map_t::basic_unknown_map_imp_t::get(std::string const& key) {
@@ -86,7 +92,7 @@ void basic_unknown_map_t::basic_unknown_map_imp_t::deserialize(iptr<i_serializer
         if (key.empty() && !object && payload.count(key) != 0) {
             arrivals.doubt();
         }
-        set(key, object);
+        put(payload, std::move(key), object);  // a copy of a damaged key would be large
         arrivals.keep(entry_memory);
     }
 }

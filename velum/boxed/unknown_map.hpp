@@ -9,7 +9,6 @@
 #include <velum/core/iptr.hpp>
 
 #include <boost/any.hpp>
-#include <boost/unordered_map.hpp>
 
 #include <array>
 #include <cstdint>
@@ -22,9 +21,9 @@ namespace velum {
 /// `iid_serializable`, and can be aggregated. It keeps its objects alive: one that leads back to the map lives until
 /// `set` puts something else in its place.
 ///
-/// It is stored as the word 0x00010000, a 32-bit count, and the names and objects in no particular order. Writing
-/// throws `std::runtime_error` ("object is not serializable") at an object without `iid_serializable`. Reading drops
-/// what the map held; of a failure on the way it keeps what came before.
+/// It is stored as the word 0x00010000, a 32-bit count, and the names and objects; a reader takes them in any order.
+/// Writing throws `std::runtime_error` ("object is not serializable") at an object without `iid_serializable`. Reading
+/// drops what the map held; of a failure on the way it keeps what came before.
 class VELUM_API basic_unknown_map_t : public aggregatable_t<basic_unknown_map_t> {
 public:
     /// For `create`; keeps `outer` as it is, without a reference.
@@ -49,7 +48,8 @@ public:
 private:
     friend object_access;
 
-    using object_map = boost::unordered_map<std::string, iptr<i_unknown_t>>;
+    // Ordered, so that no choice of keys makes it slow and equal maps are stored alike by every build.
+    using object_map = std::map<std::string, iptr<i_unknown_t>>;
 
     class basic_unknown_map_imp_t : public nested_t<object_map, i_unknown_map_t, i_serializable_t> {
     public:

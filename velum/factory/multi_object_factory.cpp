@@ -32,10 +32,8 @@ multi_object_factory_t::multi_object_factory_imp_t::multi_object_factory_imp_t(
 }
 
 void multi_object_factory_t::multi_object_factory_imp_t::register_class(any_map const& class_info) {
-    auto const clsid = any_map_get<guid_t>(class_info, "clsid");
-    payload.registered_ids.insert(clsid);
-    payload.own->register_class(class_info);
-    payload.routes[clsid] = payload.own.get();
+    route_to_own(any_map_get<guid_t>(class_info, "clsid"),
+                 [&](i_object_factory_t& own) { own.register_class(class_info); });
 }
 
 void multi_object_factory_t::multi_object_factory_imp_t::register_class(guid_t const& clsid,
@@ -43,9 +41,18 @@ void multi_object_factory_t::multi_object_factory_imp_t::register_class(guid_t c
                                                                         any_map const& class_info,
                                                                         deserialize_function_t const& deserialize,
                                                                         init_function_t const& init) {
+    route_to_own(clsid,
+                 [&](i_object_factory_t& own) { own.register_class(clsid, create, class_info, deserialize, init); });
+}
+
+// The route is made before the class is registered, which can't be taken back; what comes behind needs no memory.
+template <class Register>
+void multi_object_factory_t::multi_object_factory_imp_t::route_to_own(guid_t const& clsid, Register register_class_in) {
     payload.registered_ids.insert(clsid);
-    payload.own->register_class(clsid, create, class_info, deserialize, init);
-    payload.routes[clsid] = payload.own.get();
+    std::map<guid_t, i_object_factory_t*> route{{clsid, payload.own.get()}};
+    register_class_in(*payload.own);
+    payload.routes.erase(clsid);
+    payload.routes.merge(route);
 }
 
 bool multi_object_factory_t::multi_object_factory_imp_t::create_object(guid_t const& clsid,

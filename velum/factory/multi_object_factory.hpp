@@ -71,6 +71,8 @@ private:
         std::map<std::string, boost::any> const& class_info(guid_t const& clsid) const override;
 
     private:
+        template <class Register>
+        void route_to_own(guid_t const& clsid, Register register_class_in);
         i_object_factory_t& route_of(guid_t const& clsid) const;
     };
 

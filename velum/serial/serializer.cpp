@@ -1,4 +1,5 @@
 #include <velum/core/detail/required.hpp>
+#include <velum/core/detail/secret.hpp>
 #include <velum/core/detail/stack_guard.hpp>
 #include <velum/core/detail/words.hpp>
 #include <velum/serial/detail/record.hpp>
@@ -6,6 +7,9 @@
 #include <velum/wire/detail/count.hpp>
 #include <velum/wire/detail/fill.hpp>
 #include <velum/wire/detail/sources.hpp>
+
+#include <algorithm>
+#include <utility>
 
 namespace velum {
 
@@ -42,13 +46,40 @@ bool basic_serializer_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_
     return create(outer, 0, iid, out);
 }
 
+// Where the number is, or the free place where it would be. Nobody knows which numbers end in one place.
+std::size_t basic_serializer_t::object_table::place_of(std::vector<entry> const& entries, std::uint32_t number) {
+    std::size_t const last = entries.size() - 1;
+    std::size_t place = (number * detail::secret_bits() >> 32U) & last;
+    while (entries[place].object && entries[place].number != number) {
+        place = (place + 1) & last;
+    }
+    return place;
+}
+
+void basic_serializer_t::object_table::grow_others() {
+    std::vector<entry> larger(std::max<std::size_t>(16, 2 * others_.size()));
+    for (entry& each : others_) {
+        if (each.object) {
+            larger[place_of(larger, each.number)] = each;
+            each.object = nullptr;  // gives the reference up while it is at hand
+        }
+    }
+    others_.swap(larger);
+}
+
 void basic_serializer_t::object_table::set(std::uint32_t number, iptr<i_unknown_t> const& object) {
     if (number < counted_.size()) {
         counted_[number] = object;
-    } else if (number == counted_.size() && others_.empty()) {
+    } else if (number == counted_.size() && size_of_others_ == 0) {
         counted_.push_back(object);
     } else {
-        others_[number] = object;
+        if (2 * (size_of_others_ + 1) > others_.size()) {
+            grow_others();
+        }
+        entry& place = others_[place_of(others_, number)];
+        size_of_others_ += place.object ? 0 : 1;
+        [[maybe_unused]] entry const before =
+            std::exchange(place, entry{number, object});  // goes last: it may come back to the table
     }
 }
 
@@ -56,12 +87,12 @@ i_unknown_t* basic_serializer_t::object_table::find(std::uint32_t number) const 
     if (number < counted_.size()) {
         return counted_[number].get();
     }
-    auto const other = others_.find(number);
-    return other != others_.end() ? other->second.get() : nullptr;
+    return size_of_others_ != 0 ? others_[place_of(others_, number)].object.get() : nullptr;
 }
 
 void basic_serializer_t::object_table::clear() {
-    others_.clear();
+    size_of_others_ = 0;
+    std::vector<entry>().swap(others_);
     counted_.clear();
 }
 

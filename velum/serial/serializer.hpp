@@ -20,6 +20,8 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace velum {
 
@@ -103,6 +105,23 @@ private:
     /// has been skipped. No choice of numbers makes the table slow.
     class object_table {
     public:
+        object_table() = default;
+        object_table(object_table const&) = default;
+        object_table(object_table&& other) { swap(other); }
+        object_table& operator=(object_table const&) = default;
+        object_table& operator=(object_table&& other) noexcept {
+            clear();
+            swap(other);
+            return *this;
+        }
+        ~object_table() = default;
+
+        void swap(object_table& other) noexcept {
+            counted_.swap(other.counted_);
+            others_.swap(other.others_);
+            std::swap(size_of_others_, other.size_of_others_);
+        }
+
         /// Takes the place of an object that has the number already.
         void set(std::uint32_t number, iptr<i_unknown_t> const& object);
 
@@ -112,8 +131,17 @@ private:
         void clear();
 
     private:
+        struct entry {
+            std::uint32_t number = 0;
+            iptr<i_unknown_t> object{};  // null in a free place
+        };
+
+        static std::size_t place_of(std::vector<entry> const& entries, std::uint32_t number);
+        void grow_others();
+
         std::deque<iptr<i_unknown_t>> counted_;  // whose numbers are their places
-        std::map<std::uint32_t, iptr<i_unknown_t>> others_;
+        std::vector<entry> others_;              // hashed; at most half full, and a power of two in size
+        std::size_t size_of_others_ = 0;
     };
 
     struct state {

@@ -50,8 +50,16 @@ private:
     // What has no form below has its own order.
     template <class Shape, class T>
     order compare(Shape, T const& a, T const& b) {
+        return order_of(a, b);
+    }
+
+    template <class T>
+    static order order_of(T const& a, T const& b) {
         return a <=> b;
     }
+
+    // Not every standard library has `<=>` for it.
+    static order order_of(std::string const& a, std::string const& b) { return a.compare(b) <=> 0; }
 
     order compare(value_shape::bytes, byte_vector const& a, byte_vector const& b) {
         std::size_t const common = std::min(a.size(), b.size());
@@ -62,7 +70,7 @@ private:
     template <class Map>
     order compare(value_shape::map, Map const& a, Map const& b) {
         return compare_rows(a, b, [this](auto const& left, auto const& right) {
-            order const keys = left.first <=> right.first;
+            order const keys = order_of(left.first, right.first);
             return std::is_neq(keys) ? keys : this->compare(left.second, right.second);
         });
     }

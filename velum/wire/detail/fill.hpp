@@ -26,21 +26,21 @@ void* extend(Buffer& buffer, std::uint64_t step) {
     return buffer.data() + before;
 }
 
-/// Fills an empty text or buffer with `length` bytes. What may be missing altogether is read by one call. The rest of a
-/// longer one is read before it in steps, each as long as what has arrived, and the first that doesn't arrive ends in
-/// `length_exceeds_stream`.
+/// Fills an empty text or buffer with `length` bytes. What may be missing altogether is read by one call, and so is
+/// what the stream has at hand. The rest of a longer one is read before it in steps, each as long as what has arrived,
+/// and the first that doesn't arrive ends in `length_exceeds_stream`.
 template <class Source, class Buffer>
 void fill(Source& source, Buffer& buffer, std::uint64_t length) {
     constexpr std::uint64_t first_step = std::uint64_t{64} << 10U;
-    if (length > most_missing) {
+    if (length > most_missing && !source.has(length)) {
         source.watch();
-    }
-    while (length - buffer.size() > most_missing) {
-        std::uint64_t const arrived = buffer.size();
-        std::uint64_t const step = std::min(std::max(arrived, first_step), length - most_missing - arrived);
-        std::uint64_t const judged = std::max(step, source.least_step());
-        if (!source.arrives(extend(buffer, judged), judged)) {
-            throw length_exceeds_stream();
+        while (length - buffer.size() > most_missing) {
+            std::uint64_t const arrived = buffer.size();
+            std::uint64_t const step = std::min(std::max(arrived, first_step), length - most_missing - arrived);
+            std::uint64_t const judged = std::max(step, source.least_step());
+            if (!source.arrives(extend(buffer, judged), judged)) {
+                throw length_exceeds_stream();
+            }
         }
     }
     if (std::uint64_t const rest = length - buffer.size(); rest != 0) {

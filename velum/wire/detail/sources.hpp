@@ -1,11 +1,13 @@
 #pragma once
 
+#include <velum/core/detail/secret.hpp>
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 
 #include <cstdint>
 #include <istream>
+#include <limits>
 #include <stdexcept>
 
 namespace velum::detail {
@@ -27,15 +29,26 @@ public:
     void watch() {}
     std::uint64_t least_step() const { return 1; }
 
+    /// Whether the stream has so many bytes at hand, as far as it tells. What keeps it from telling shows when it is
+    /// read.
+    bool has(std::uint64_t size) {
+        try {
+            return stream_.good() && stream_.rdbuf()->in_avail() >= static_cast<std::streamsize>(size);
+        } catch (...) {
+            return false;
+        }
+    }
+
     bool arrives(void* data, std::uint64_t size) {
         auto const count = static_cast<std::streamsize>(size);
         stream_.read(static_cast<char*>(data), count);
         return stream_.gcount() == count;
     }
 
+    // As through a serializer: of a number that isn't zero a part may be missing.
     template <class Number>
     bool number_arrives(Number& number) {
-        return arrives(&number, sizeof number);
+        return arrives(&number, sizeof number) || number != 0;
     }
 
     [[noreturn]] static void read_object(iptr<i_unknown_t>&) {
@@ -46,12 +59,9 @@ private:
     std::basic_istream<char>& stream_;
 };
 
-/// What a place holds before a read that may bring nothing: no byte of it is zero. Another one in each process, so that
-/// nobody can store data that looks like it.
-std::uint64_t probe_bits();
-
 /// A serializer doesn't say what arrived. Its position does, where it moves with every read: a stream that ended has
-/// none any more. Without one, what was in the memory before is still there after a read that brought nothing.
+/// none any more. Without one, what was in the memory before is still there after a read that brought nothing: secret
+/// bits in a text, which nobody can store, and ones in a number, which no count needs.
 class serializer_source {
 public:
     explicit serializer_source(i_serializer_t& serializer) : serializer_(serializer) {}
@@ -61,6 +71,8 @@ public:
     void read(void* data, std::uint64_t size) {
         serializer_.read(static_cast<char*>(data), static_cast<long long>(size));
     }
+
+    static bool has(std::uint64_t) { return false; }  // nobody tells
 
     void watch() { position_ = serializer_.tell(); }
     std::uint64_t least_step() const { return position_ < 0 ? probe : 1; }
@@ -79,14 +91,17 @@ public:
         return !ended;
     }
 
-    // A number that isn't zero has come, or isn't what was in its place before.
+    // Where nobody knows the position, a number has come when its last byte has. Otherwise one that isn't zero has.
     template <class Number>
     bool number_arrives(Number& number) {
-        Number const before = position_ < 0 ? static_cast<Number>(probe_bits()) : 0;
-        number = before;
+        if (position_ < 0) {
+            number = std::numeric_limits<Number>::max();
+            read(&number, sizeof number);
+            return number >> (8 * (sizeof number - 1)) != 0xFF;
+        }
         read(&number, sizeof number);
-        if (number != before || before != 0) {
-            return number != before;
+        if (number != 0) {
+            return true;
         }
         long long const start = position_;
         watch();
@@ -117,7 +132,7 @@ private:
     // Single bytes come or don't. One that isn't what was in its place before has come, and the rest may.
     bool is_probed(unsigned char* bytes, std::uint64_t size) {
         for (std::uint64_t i = 0; i < probe; ++i) {
-            auto const before = static_cast<unsigned char>(probe_bits() >> (i % 8 * 8));
+            auto const before = static_cast<unsigned char>(secret_bits() >> (i % 8 * 8));
             bytes[i] = before;
             read(bytes + i, 1);
             if (bytes[i] != before) {

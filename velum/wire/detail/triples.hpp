@@ -29,7 +29,8 @@ struct triples<linear_space3> {
         components all;
         auto out = all.begin();
         for (int i = 0; i < linear_space3::size; ++i) {
-            out = std::ranges::copy(one::gather(space[i]), out).out;
+            auto const lanes = one::gather(space[i]);
+            out = std::copy(lanes.begin(), lanes.end(), out);
         }
         return all;
     }
@@ -44,8 +45,9 @@ struct triples<affine_space3> {
 
     static components gather(affine_space3 const& space) {
         components all;
-        auto const origin = std::ranges::copy(part::gather(space.linear), all.begin()).out;
-        std::ranges::copy(one::gather(space.origin), origin);
+        auto const linear = part::gather(space.linear);
+        auto const origin = one::gather(space.origin);
+        std::copy(origin.begin(), origin.end(), std::copy(linear.begin(), linear.end(), all.begin()));
         return all;
     }
     static affine_space3 build(float const* c) { return {part::build(c), one::build(c + 9)}; }

@@ -14,7 +14,8 @@ int value_tag(boost::any const& value) {
 }
 
 void throw_unknown_tag(std::uint32_t tag) {
-    std::ostringstream detail;  // its digits follow the global locale
+    std::ostringstream detail;            // its digits follow the global locale
+    detail.exceptions(std::ios::badbit);  // or a text without memory would end anywhere
     detail << "type_id<" << tag << '>';
     throw unknown_type(detail.str());
 }
