@@ -1,5 +1,3 @@
-#include "heap.hpp"
-
 #include <velum/velum.hpp>
 
 #include <benchmark/benchmark.h>
@@ -14,9 +12,17 @@
 #include <string>
 #include <vector>
 
+#include <malloc.h>
+
 // A graph of objects, written and read: how time grows with the number of objects, and what memory an object takes.
 
 namespace {
+
+/// The bytes that the allocator has handed out and not got back.
+std::size_t heap_in_use() {
+    auto const heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd;
+}
 
 using namespace velum;
 
@@ -144,9 +150,9 @@ void write_graph(benchmark::State& state) {
     for ([[maybe_unused]] auto round : state) {
         auto const stream = boost::make_shared<std::ostringstream>();
         auto const writer = writer_on(stream);
-        std::size_t const before = benchmarks::heap_in_use();
+        std::size_t const before = heap_in_use();
         writer->write_object(from.root());
-        taken = benchmarks::heap_in_use() - before;
+        taken = heap_in_use() - before;
         stored = static_cast<std::size_t>(stream->tellp());
     }
     report(state, taken, stored);
@@ -164,10 +170,10 @@ void read_graph(benchmark::State& state) {
         stream->seekg(0);
         graph made;
         auto const reader = reader_on(stream, made);
-        std::size_t const before = benchmarks::heap_in_use();
+        std::size_t const before = heap_in_use();
         node_t::link root;
         reader->read_object(root);
-        taken = benchmarks::heap_in_use() - before;
+        taken = heap_in_use() - before;
         if (made.nodes.size() != static_cast<std::size_t>(state.range(0))) {
             state.SkipWithError("objects are missing");
         }
