@@ -43,7 +43,8 @@ iptr<i_serializable_t> saved_and_loaded(iptr<i_serializable_t> const& object, ip
     return loaded;
 }
 
-void use_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) {
+/// Gives a name that the module had interned.
+ustring use_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) {
     any_map const& record = factory->class_info(clsid);
     std::cout << "class " << any_map_get<std::string>(record, "class_name") << ' ' << clsid.string() << '\n';
     for (guid_t const& iid : any_map_get<std::set<guid_t>>(record, "supported_interfaces")) {
@@ -61,18 +62,22 @@ void use_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) {
     iptr<i_serializable_t> const loaded = saved_and_loaded(object, factory);
     std::cout << (loaded == object ? "loaded: the same\n" : "loaded: another object\n");
     show(loaded);
+    iptr<i_uany_map_t> const values{loaded, iid_uany_map};
+    return values && !values->map().empty() ? values->map().begin()->first : ustring();
 }
 
-void run(plugin::module const& loaded) {
+ustring run(plugin::module const& loaded) {
     iptr<i_object_factory_t> factory;
     basic_object_factory_t::create(nullptr, iid_object_factory, &factory);
     std::set<guid_t> const before = factory->registered_classes();
     loaded.register_in(*factory);
+    ustring name;
     for (guid_t const& clsid : factory->registered_classes()) {
         if (before.count(clsid) == 0) {
-            use_class(factory, clsid);
+            name = use_class(factory, clsid);
         }
     }
+    return name;
 }
 
 }  // namespace
@@ -84,7 +89,11 @@ int main(int argc, char** argv) {
     }
     std::optional<plugin::module> loaded;  // outlives what it made and what it may have thrown
     try {
-        run(loaded.emplace(argv[1]));
+        ustring const name = run(loaded.emplace(argv[1]));
+        loaded.reset();  // factory, objects and values of the module went with `run`; names stay
+        bool const stays = plugin::module::is_loaded(argv[1]);
+        std::cout << (stays ? "still loaded: " : "unloaded: ") << (name == ustring(name.c_str()) ? "names" : "no names")
+                  << " stay\n";
         return 0;
     } catch (std::exception const& failure) {
         std::cerr << "plugin_host: " << failure.what() << '\n';

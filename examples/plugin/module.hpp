@@ -31,6 +31,12 @@ public:
         reinterpret_cast<decltype(&register_classes)>(found)(factory);
     }
 
+    /// Whether anybody has it loaded.
+    static bool is_loaded(char const* path) {
+        void* const found = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
+        return found != nullptr && dlclose(found) == 0;
+    }
+
 private:
     void* handle_;
 };

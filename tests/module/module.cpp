@@ -5,6 +5,9 @@
 #include "support/panel.hpp"
 #include "support/samples.hpp"
 
+template <int>
+struct of_a_module {};
+
 extern "C" [[gnu::visibility("default")]] void visit(meeting& with) {
     with.module_caught = library_exceptions::all_caught(with.host_throws);
     with.module_throws = &library_exceptions::throw_one;
@@ -13,6 +16,7 @@ extern "C" [[gnu::visibility("default")]] void visit(meeting& with) {
         with.texts.push_back(velum::type_key(each.value.type()));
     }
     with.texts.emplace_back("a text of both");
+    with.own_type = velum::type_key(typeid(of_a_module<VELUM_MODULE_NUMBER>));
     with.aggregate = support::panel_t::make();
     auto const create = [](auto const&, auto const&, velum::guid_t const& iid, void* out) {
         return velum::iptr<support::node>(new support::node("made"))->query_interface(iid, out);

@@ -46,6 +46,7 @@ struct meeting {
     library_exceptions::thrower host_throws = &library_exceptions::throw_one, module_throws = nullptr;
     bool module_caught = false;
     std::vector<velum::ustring> texts;
+    velum::ustring own_type;  ///< of the module alone
     std::vector<boost::any> values;
     velum::iptr<velum::i_unknown_t> aggregate;
 };
