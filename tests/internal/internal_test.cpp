@@ -2,6 +2,10 @@
 #include <velum/core/detail/class_ids.hpp>
 #include <velum/values/detail/published_index.hpp>
 #include <velum/wire/detail/count.hpp>
+#include <velum/wire/detail/sources.hpp>
+
+#include "support/recording_stream.hpp"
+#include "support/serializers.hpp"
 
 #include <gtest/gtest.h>
 
@@ -68,6 +72,43 @@ TEST(published_index, finds_entries_through_collisions_and_growth) {
             found += known != nullptr ? 1 : 0;
         }
         EXPECT_GE(found, least);
+    }
+}
+
+/// Reads `size` bytes from a serializer without position: whether they arrived, and what is there afterwards.
+std::pair<bool, std::string> probed(std::string const& content, std::size_t size) {
+    support::recorded const stream(new support::recording_stream(content));
+    stream->can_tell = false;
+    auto const reader = support::reader_on(stream.get(), nullptr);
+    detail::serializer_source source(*reader);
+    std::string bytes(size, '\0');
+    source.watch();
+    return {source.arrives(bytes.data(), size), bytes};
+}
+
+// Where nothing arrives, what was put there before shows: only a stream of these very bytes could be taken for empty.
+TEST(serializer_source, tells_bytes_from_none_without_a_position) {
+    auto const [arrived, probe] = probed({}, 40);
+    EXPECT_FALSE(arrived);
+    for (std::size_t alike = 0; alike < 16; ++alike) {
+        std::string content = probe;
+        content[alike] = static_cast<char>(~content[alike]);
+        content[39] = 'e';
+        EXPECT_EQ(probed(content, 40), std::pair(true, content)) << alike;
+    }
+    EXPECT_EQ(probed(probe, 40), std::pair(false, probe));
+}
+
+// A zero may be what was there before: it is believed once, and not again from a stream whose position stands still.
+TEST(serializer_source, does_not_trust_a_position_that_stands_still) {
+    support::recorded const stream(new support::recording_stream);
+    stream->stands_still = true;
+    auto const reader = support::reader_on(stream.get(), nullptr);
+    detail::serializer_source source(*reader);
+    source.watch();
+    for (bool const believed : {true, false, false}) {
+        std::uint32_t number = 0;
+        EXPECT_EQ(source.number_arrives(number), believed);
     }
 }
 

@@ -8,8 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include <ucontext.h>
@@ -160,6 +163,54 @@ TEST(nesting_of_objects, ends_early_on_the_stack_of_a_fiber) {
     EXPECT_EQ(writing, too_deep);
     EXPECT_EQ(reading, too_deep);
     EXPECT_EQ(flat, "");
+}
+
+/// Has a large frame when it dies, and tells how far down the stack that is.
+struct heavy : velum::flat_t<heavy, velum::i_unknown_t> {
+    static inline std::uintptr_t lowest = 0;
+    ~heavy() override {
+        char frame[std::size_t{10} * 1024];
+        asm volatile("" : : "r"(frame) : "memory");  // the optimiser must leave it on the stack
+        lowest = std::min(lowest, reinterpret_cast<std::uintptr_t>(frame));
+        held = nullptr;
+    }
+    object_ptr held;
+    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
+    std::int32_t ref_count = 0;
+};
+
+TEST(nesting_of_objects, those_that_die_within_one_another_leave_an_eighth_of_the_stack) {
+    on_stack(std::size_t{1} << 20U, [] {
+        object_ptr chain;
+        for (int i = 0; i < 1000; ++i) {
+            velum::iptr<heavy> const around(new heavy);
+            around->held = std::exchange(chain, object_ptr(around.get()));
+        }
+        auto const start = reinterpret_cast<std::uintptr_t>(&chain);
+        heavy::lowest = start;
+        chain = nullptr;
+        EXPECT_NEAR(static_cast<double>(start - heavy::lowest), 890'000, 60'000);
+    });
+}
+
+/// Drops what it holds on the stack of a fiber.
+struct wanderer : velum::flat_t<wanderer, velum::i_unknown_t> {
+    ~wanderer() override {
+        on_foreign_stack(std::size_t{128} * 1024, [this] { held = nullptr; });
+        EXPECT_EQ(panel_t::alive, 0) << "what dies on another stack doesn't wait for this one";
+    }
+    object_ptr held;
+    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
+    std::int32_t ref_count = 0;
+};
+
+TEST(nesting_of_objects, another_stack_has_a_destruction_of_its_own) {
+    if (sanitized) {
+        GTEST_SKIP() << "the sanitizer must be told of other stacks";
+    }
+    velum::iptr<wanderer> outer(new wanderer);
+    outer->held = panel_t::make();
+    outer = nullptr;
 }
 
 /// Drops what it holds when most of the stack is in use and no memory is left.
