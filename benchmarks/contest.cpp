@@ -1,13 +1,16 @@
 #include "contest.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 #include <string_view>
 
-// contest [--runs N ROW/NAME] [ARGUMENT...]: measures all rows of the table. The arguments are those of Google
-// Benchmark; with --runs the work of one contender is only done, N times, for a tool that counts instructions.
+#include <malloc.h>
+
+// contest [ARGUMENT...]: measures all rows of the table. The arguments are those of Google Benchmark.
+// contest --runs N ROW/NAME: does the work of one contender N times, for a tool that counts instructions.
+// contest --memory: prints what data take in memory, a line each: what, whose, bytes an item.
 
 namespace {
 
@@ -16,20 +19,22 @@ thread_local contest::heap_use used{};
 void measure(benchmark::State& state, contest::contender const& of) {
     contest::work const run = of.prepare();
     run();
-    contest::heap_use const before = contest::heap_so_far();
+    contest::heap().peak = contest::heap().live;
+    contest::heap_use const before = contest::heap();
     run();
-    contest::heap_use const after = contest::heap_so_far();
+    contest::heap_use const after = contest::heap();
     for ([[maybe_unused]] auto round : state) {
         run();
     }
     state.counters["seconds"] =
         benchmark::Counter(static_cast<double>(state.iterations()) * of.operations,
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert | benchmark::Counter::kAvgThreads);
-    auto const per_operation = [&](std::uint64_t from, std::uint64_t to) {
+    auto const per_operation = [&](auto from, auto to) {
         return benchmark::Counter(static_cast<double>(to - from) / of.operations, benchmark::Counter::kAvgThreads);
     };
     state.counters["allocations"] = per_operation(before.allocations, after.allocations);
     state.counters["bytes"] = per_operation(before.bytes, after.bytes);
+    state.counters["peak"] = per_operation(before.live, after.peak);
 }
 
 int run_only(long runs, std::string const& name) {
@@ -46,45 +51,94 @@ int run_only(long runs, std::string const& name) {
     return 2;
 }
 
+int print_memory() {
+    for (contest::holder const& each : contest::holders()) {
+        std::int64_t const before = contest::heap().live;
+        auto const held = each.make();
+        std::cout << each.what << '\t' << each.name << '\t'
+                  << static_cast<double>(contest::heap().live - before) / each.items << '\n';
+    }
+    return 0;
+}
+
+void count(void* block, std::size_t size) {
+    ++used.allocations;
+    used.bytes += size;
+    used.live += static_cast<std::int64_t>(malloc_usable_size(block));
+    used.peak = std::max(used.peak, used.live);
+}
+
+void forget(void* block) {
+    used.live -= static_cast<std::int64_t>(malloc_usable_size(block));
+}
+
 }  // namespace
 
 namespace contest {
+
+std::vector<holder>& holders() {
+    static std::vector<holder> all;
+    return all;
+}
 
 std::vector<contender>& contenders() {
     static std::vector<contender> all;
     return all;
 }
 
-heap_use heap_so_far() {
+heap_use& heap() {
     return used;
 }
 
 }  // namespace contest
 
-// Every allocation of the program, its libraries included, comes here: those of C go through these names as well.
+// Every allocation of the program, those of its libraries included, comes here.
 
 extern "C" {
 
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+void __libc_free(void* block);
 
 void* malloc(std::size_t size) {
-    ++used.allocations;
-    used.bytes += size;
-    return __libc_malloc(size);
+    void* const block = __libc_malloc(size);
+    count(block, size);
+    return block;
 }
 
-void* calloc(std::size_t count, std::size_t size) {
-    ++used.allocations;
-    used.bytes += count * size;
-    return __libc_calloc(count, size);
+void* calloc(std::size_t number, std::size_t size) {
+    void* const block = __libc_calloc(number, size);
+    count(block, number * size);
+    return block;
 }
 
-void* realloc(void* block, std::size_t size) {
-    ++used.allocations;
-    used.bytes += size;
-    return __libc_realloc(block, size);
+void* realloc(void* before, std::size_t size) {
+    forget(before);
+    void* const block = __libc_realloc(before, size);
+    count(block, size);
+    return block;
+}
+
+void* aligned_alloc(std::size_t alignment, std::size_t size) {
+    void* const block = __libc_memalign(alignment, size);
+    count(block, size);
+    return block;
+}
+
+void* memalign(std::size_t alignment, std::size_t size) {
+    return aligned_alloc(alignment, size);
+}
+
+int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
+    *block = aligned_alloc(alignment, size);
+    return *block != nullptr ? 0 : ENOMEM;
+}
+
+void free(void* block) {
+    forget(block);
+    __libc_free(block);
 }
 
 }  // extern "C"
@@ -92,6 +146,9 @@ void* realloc(void* block, std::size_t size) {
 int main(int argc, char** argv) {
     if (argc == 4 && std::string_view(argv[1]) == "--runs") {
         return run_only(std::strtol(argv[2], nullptr, 10), argv[3]);
+    }
+    if (argc == 2 && std::string_view(argv[1]) == "--memory") {
+        return print_memory();
     }
     for (contest::contender const& each : contest::contenders()) {
         benchmark::RegisterBenchmark((each.row + "/" + each.name).c_str(),

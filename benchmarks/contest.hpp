@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <functional>
 #include <istream>
+#include <memory>
 #include <ostream>
 #include <streambuf>
 #include <string>
+#include <utility>
 #include <vector>
 
 // What all rows of the table are made with.
@@ -35,12 +37,29 @@ inline bool enter(contender const& entered) {
     return true;
 }
 
-/// What was asked of the heap since the process began.
-struct heap_use {
-    std::uint64_t allocations;
-    std::uint64_t bytes;
+/// What somebody's data take in memory: `make` gives them.
+struct holder {
+    std::string what;
+    std::string name;
+    double items;
+    std::function<std::shared_ptr<void const>()> make;
 };
-heap_use heap_so_far();
+
+std::vector<holder>& holders();
+
+inline bool enter_held(holder const& entered) {
+    holders().push_back(entered);
+    return true;
+}
+
+/// What the calling thread asked of the heap.
+struct heap_use {
+    std::uint64_t allocations;  ///< since it began
+    std::uint64_t bytes;        ///< in these
+    std::int64_t live;          ///< bytes that are in use now
+    std::int64_t peak;          ///< at most since `peak` was last set
+};
+heap_use& heap();
 
 // Streams over memory that is there already, so that no contender is measured by how it grows.
 

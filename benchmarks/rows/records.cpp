@@ -43,6 +43,7 @@ using contest::memory_output;
 using contest::work;
 
 constexpr int count = 1000;
+constexpr int values = 15 * count;  // of which three lie in a map that is one
 constexpr std::size_t room = std::size_t{4} << 20U;
 
 using vec3 = std::array<float, 3>;
@@ -91,6 +92,8 @@ void expect_records(std::size_t records) {
 /// Enters who writes a document to a standard stream and reads it back. `read` gives the number of records.
 template <class Make, class Write, class Read>
 bool enter_on_streams(std::string const& name, Make make, Write write, Read read) {
+    contest::enter_held(
+        {"a value of a record", name, values, [make] { return std::make_shared<decltype(make()) const>(make()); }});
     enter({"write records", name, count, [=] {
                auto const out = std::make_shared<memory_output>(room);
                return work([out, write, from = make()] {
@@ -489,7 +492,9 @@ std::shared_ptr<QBuffer> buffer_of(QByteArray const& bytes) {
     return buffer;
 }
 
-bool const entered = enter({"write records", "QDataStream", count,
+bool const entered = contest::enter_held({"a value of a record", "QDataStream", values,
+                                          [] { return std::make_shared<QVariantList const>(document()); }}) &&
+                     enter({"write records", "QDataStream", count,
                             [] {
                                 return work([out = buffer_of(QByteArray(room, '\0')), from = document()] {
                                     out->seek(0);
