@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
@@ -14,27 +15,42 @@
 
 namespace {
 
-thread_local contest::heap_use used{};
+/// What the calling thread asked of the heap.
+struct heap_use {
+    std::uint64_t allocations;
+    std::uint64_t bytes;  ///< in these
+    std::int64_t live;    ///< bytes not given back
+    std::int64_t peak;    ///< the most that these were
+};
+
+thread_local heap_use used{};
+thread_local bool is_counting = false;  // else the heap is as quick as it is
+
+/// What `work` asks of the heap.
+heap_use heap_used(std::function<void()> const& work) {
+    used = {};
+    is_counting = true;
+    work();
+    is_counting = false;
+    return used;
+}
 
 void measure(benchmark::State& state, contest::contender const& of) {
     contest::work const run = of.prepare();
     run();
-    contest::heap().peak = contest::heap().live;
-    contest::heap_use const before = contest::heap();
-    run();
-    contest::heap_use const after = contest::heap();
+    heap_use const heap = heap_used(run);
     for ([[maybe_unused]] auto round : state) {
         run();
     }
     state.counters["seconds"] =
         benchmark::Counter(static_cast<double>(state.iterations()) * of.operations,
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert | benchmark::Counter::kAvgThreads);
-    auto const per_operation = [&](auto from, auto to) {
-        return benchmark::Counter(static_cast<double>(to - from) / of.operations, benchmark::Counter::kAvgThreads);
+    auto const per_operation = [&of](auto number) {
+        return benchmark::Counter(static_cast<double>(number) / of.operations, benchmark::Counter::kAvgThreads);
     };
-    state.counters["allocations"] = per_operation(before.allocations, after.allocations);
-    state.counters["bytes"] = per_operation(before.bytes, after.bytes);
-    state.counters["peak"] = per_operation(before.live, after.peak);
+    state.counters["allocations"] = per_operation(heap.allocations);
+    state.counters["bytes"] = per_operation(heap.bytes);
+    state.counters["peak"] = per_operation(heap.peak);
 }
 
 int run_only(long runs, std::string const& name) {
@@ -53,15 +69,17 @@ int run_only(long runs, std::string const& name) {
 
 int print_memory() {
     for (contest::holder const& each : contest::holders()) {
-        std::int64_t const before = contest::heap().live;
-        auto const held = each.make();
-        std::cout << each.what << '\t' << each.name << '\t'
-                  << static_cast<double>(contest::heap().live - before) / each.items << '\n';
+        std::shared_ptr<void const> held;
+        std::int64_t const bytes = heap_used([&] { held = each.make(); }).live;
+        std::cout << each.what << '\t' << each.name << '\t' << static_cast<double>(bytes) / each.items << '\n';
     }
     return 0;
 }
 
 void count(void* block, std::size_t size) {
+    if (!is_counting) {
+        return;
+    }
     ++used.allocations;
     used.bytes += size;
     used.live += static_cast<std::int64_t>(malloc_usable_size(block));
@@ -69,7 +87,9 @@ void count(void* block, std::size_t size) {
 }
 
 void forget(void* block) {
-    used.live -= static_cast<std::int64_t>(malloc_usable_size(block));
+    if (is_counting) {
+        used.live -= static_cast<std::int64_t>(malloc_usable_size(block));
+    }
 }
 
 }  // namespace
@@ -84,10 +104,6 @@ std::vector<holder>& holders() {
 std::vector<contender>& contenders() {
     static std::vector<contender> all;
     return all;
-}
-
-heap_use& heap() {
-    return used;
 }
 
 }  // namespace contest

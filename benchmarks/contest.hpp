@@ -3,7 +3,6 @@
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <istream>
 #include <memory>
@@ -51,15 +50,6 @@ inline bool enter_held(holder const& entered) {
     holders().push_back(entered);
     return true;
 }
-
-/// What the calling thread asked of the heap.
-struct heap_use {
-    std::uint64_t allocations;  ///< since it began
-    std::uint64_t bytes;        ///< in these
-    std::int64_t live;          ///< bytes that are in use now
-    std::int64_t peak;          ///< at most since `peak` was last set
-};
-heap_use& heap();
 
 // Streams over memory that is there already, so that no contender is measured by how it grows.
 

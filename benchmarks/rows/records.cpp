@@ -170,7 +170,7 @@ void write_document(std::ostream& out, any_map const& map) {
 std::size_t read_document(std::istream& in) {
     any_map back;
     read(in, back);
-    return any_map_get<std::vector<any_map>>(back, "records").size();
+    return boost::any_cast<std::vector<any_map> const&>(back.at("records")).size();
 }
 
 bool const entered = enter_on_streams("velum", document, write_document, read_document);
