@@ -168,8 +168,11 @@ TEST(nesting_of_objects, ends_early_on_the_stack_of_a_fiber) {
 /// Has a large frame when it dies, and tells how far down the stack that is.
 struct heavy : velum::flat_t<heavy, velum::i_unknown_t> {
     static inline std::uintptr_t lowest = 0;
+    static inline int alive = 0;
+    heavy() { ++alive; }
     ~heavy() override {
-        char frame[std::size_t{10} * 1024];
+        --alive;
+        char frame[std::size_t{2} * 1024];
         asm volatile("" : : "r"(frame) : "memory");  // the optimiser must leave it on the stack
         lowest = std::min(lowest, reinterpret_cast<std::uintptr_t>(frame));
         held = nullptr;
@@ -182,14 +185,21 @@ struct heavy : velum::flat_t<heavy, velum::i_unknown_t> {
 TEST(nesting_of_objects, those_that_die_within_one_another_leave_an_eighth_of_the_stack) {
     on_stack(std::size_t{1} << 20U, [] {
         object_ptr chain;
-        for (int i = 0; i < 1000; ++i) {
+        for (int i = 0; i < 5000; ++i) {
             velum::iptr<heavy> const around(new heavy);
             around->held = std::exchange(chain, object_ptr(around.get()));
         }
-        auto const start = reinterpret_cast<std::uintptr_t>(&chain);
-        heavy::lowest = start;
+        pthread_attr_t attributes;
+        void* end = nullptr;
+        std::size_t size = 0;
+        pthread_getattr_np(pthread_self(), &attributes);
+        pthread_attr_getstack(&attributes, &end, &size);
+        pthread_attr_destroy(&attributes);
+        auto const left = [end](std::uintptr_t place) { return place - reinterpret_cast<std::uintptr_t>(end); };
+        auto const start = heavy::lowest = reinterpret_cast<std::uintptr_t>(&chain);
         chain = nullptr;
-        EXPECT_NEAR(static_cast<double>(start - heavy::lowest), 890'000, 60'000);
+        EXPECT_NEAR(static_cast<double>(left(heavy::lowest)), static_cast<double>(left(start) / 8), 6000);
+        EXPECT_EQ(heavy::alive, 0);
     });
 }
 
