@@ -30,6 +30,43 @@ serializable node_around(serializable const& inner, bool early) {
     return made.get();
 }
 
+/// Writes and reads the one that it holds in two steps: the head, and the state.
+struct by_head : velum::flat_t<by_head, velum::i_serializable_t> {
+    static inline velum::guid_t const id{"{0F6A1C52-4B7D-4E36-9A20-C8D3517E9B64}"};
+
+    serializable held;
+
+    velum::guid_t clsid() const override { return id; }
+    void serialize_obj(serializer_ptr const&) const override {}
+    void serialize(serializer_ptr const& s) const override {
+        bool const holds = static_cast<bool>(held);
+        s->write(reinterpret_cast<char const*>(&holds), 1);
+        if (holds) {
+            s->write_object_header(identity_of(held));
+            held->serialize(s);
+        }
+    }
+    void deserialize(serializer_ptr const& s) override {
+        bool holds = false;
+        s->read(reinterpret_cast<char*>(&holds), 1);
+        if (holds) {
+            object_ptr made;
+            s->read_object_header(nullptr, made);
+            held = stored_form(made);
+            held->deserialize(s);
+        }
+    }
+    std::array<velum::answer_t, 2> answers() { return {{{velum::iid_unknown, this}, {velum::iid_serializable, this}}}; }
+    std::int32_t ref_count = 0;
+};
+
+object_factory factory_of_all() {
+    object_factory const factory = node_factory();
+    auto const rebuild = [](auto const&, auto const&, object_ptr& out) { return out = new by_head, true; };
+    factory->register_class(by_head::id, {}, {}, rebuild, {});
+    return factory;
+}
+
 /// Ways to make an object that holds another.
 serializable (*const kinds[])(serializable const&) = {
     [](serializable const& inner) {
@@ -42,6 +79,11 @@ serializable (*const kinds[])(serializable const&) = {
     },
     [](serializable const& inner) { return node_around(inner, false); },
     [](serializable const& inner) { return node_around(inner, true); },
+    [](serializable const& inner) {
+        velum::iptr<by_head> const made(new by_head);
+        made->held = inner;
+        return serializable(made.get());
+    },
 };
 
 std::string failure_of_writing(serializable const& chain, std::string& bytes) {
@@ -73,7 +115,7 @@ TEST(nesting_of_objects, what_is_written_can_be_read_on_a_stack_of_the_same_size
             serializable chain;
             on_stack(size, [&] {
                 std::istringstream stream(bytes);
-                EXPECT_EQ(failure_of([&] { reader_on(stream, node_factory())->read_object(chain); }), "");
+                EXPECT_EQ(failure_of([&] { reader_on(stream, factory_of_all())->read_object(chain); }), "");
             });
             on_stack(2 * size, [&] {
                 failure_of_writing(chain, again);
@@ -102,13 +144,16 @@ TEST(nesting_of_objects, ends_before_the_stack_does) {
         for (auto const& around : kinds) {
             EXPECT_EQ(failure_of_writing(chain_of(around, 1000000), bytes), too_deep) << &around - kinds;
         }
-        bytes.clear();
-        for (std::uint32_t id = 0; id < 1000000; ++id) {
-            bytes += u32(2) + u32(id) + stored(node::id) + u32(0) + u32(0);
+        for (auto const& [clsid, stages] :
+             {std::pair(node::id, u32(0) + u32(0)), std::pair(by_head::id, std::string(1, 1))}) {
+            bytes.clear();
+            for (std::uint32_t id = 0; id < 1000000; ++id) {
+                bytes += u32(2) + u32(id) + stored(clsid) + stages;
+            }
+            std::istringstream stream(bytes);
+            serializable chain;
+            EXPECT_EQ(failure_of([&] { reader_on(stream, factory_of_all())->read_object(chain); }), too_deep);
         }
-        std::istringstream stream(bytes);
-        serializable chain;
-        EXPECT_EQ(failure_of([&] { reader_on(stream, node_factory())->read_object(chain); }), too_deep);
     });
 }
 
@@ -168,8 +213,11 @@ TEST(nesting_of_objects, ends_early_on_the_stack_of_a_fiber) {
 /// Has a large frame when it dies, and tells how far down the stack that is.
 struct heavy : velum::flat_t<heavy, velum::i_unknown_t> {
     static inline std::uintptr_t lowest = 0;
+    static inline int alive = 0;
+    heavy() { ++alive; }
     ~heavy() override {
-        char frame[std::size_t{10} * 1024];
+        --alive;
+        char frame[std::size_t{2} * 1024];
         asm volatile("" : : "r"(frame) : "memory");  // the optimiser must leave it on the stack
         lowest = std::min(lowest, reinterpret_cast<std::uintptr_t>(frame));
         held = nullptr;
@@ -182,14 +230,21 @@ struct heavy : velum::flat_t<heavy, velum::i_unknown_t> {
 TEST(nesting_of_objects, those_that_die_within_one_another_leave_an_eighth_of_the_stack) {
     on_stack(std::size_t{1} << 20U, [] {
         object_ptr chain;
-        for (int i = 0; i < 1000; ++i) {
+        for (int i = 0; i < 5000; ++i) {
             velum::iptr<heavy> const around(new heavy);
             around->held = std::exchange(chain, object_ptr(around.get()));
         }
-        auto const start = reinterpret_cast<std::uintptr_t>(&chain);
-        heavy::lowest = start;
+        pthread_attr_t attributes;
+        void* end = nullptr;
+        std::size_t size = 0;
+        pthread_getattr_np(pthread_self(), &attributes);
+        pthread_attr_getstack(&attributes, &end, &size);
+        pthread_attr_destroy(&attributes);
+        auto const left = [end](std::uintptr_t place) { return place - reinterpret_cast<std::uintptr_t>(end); };
+        auto const start = heavy::lowest = reinterpret_cast<std::uintptr_t>(&chain);
         chain = nullptr;
-        EXPECT_NEAR(static_cast<double>(start - heavy::lowest), 890'000, 60'000);
+        EXPECT_NEAR(static_cast<double>(left(heavy::lowest)), static_cast<double>(left(start) / 8), 6000);
+        EXPECT_EQ(heavy::alive, 0);
     });
 }
 

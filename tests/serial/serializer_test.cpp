@@ -121,7 +121,8 @@ TEST(serializer, copies_share_the_stream_and_have_the_rest_for_themselves) {
             read(new recording_stream(numbered + u32(1) + u32(number) + numbered));
         velum::iptr<velum::i_ostream_t> output(written.get());
         serializer_t writer(&control, output, 3), reader(&control, read.get(), new_factory(), 3);
-        target_t second_writer(std::in_place, &control), second_reader(std::in_place, &control);
+        target_t second_writer(std::in_place, &control),
+            second_reader(std::in_place, &control, new recording_stream(numbered), new_factory(), 3);
         side(writer)->set_object_mapper([&](serializable const& o) { return mapped += "m", o; });
         side(writer)->attributes()["a"] = 1;
         side(writer)->write_object(known);
@@ -137,12 +138,14 @@ TEST(serializer, copies_share_the_stream_and_have_the_rest_for_themselves) {
             EXPECT_EQ(mapped, knows ? "mm" : "");
         }
         serializable first, again;
+        side(*second_reader)->read_object(again);  // which it forgets
         side(reader)->read_object(first);
         act(second_reader, reader);
         EXPECT_TRUE(side(*second_reader)->read_object(again) && again == first);
         EXPECT_EQ(failure_of([&] { side(reader)->read_object(again); }),
                   moves ? "std::runtime_error: object not deserialized yet" : "");
         EXPECT_TRUE(side(reader)->read_object(again) && again != first) << "stream and factory stay";
+        EXPECT_TRUE(side(reader)->read_object(first) && first == again);
     }
 }
 

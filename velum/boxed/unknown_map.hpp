@@ -23,7 +23,8 @@ namespace velum {
 ///
 /// It is stored as the word 0x00010000, a 32-bit count, and the names and objects; a reader takes them in any order.
 /// Writing throws `std::runtime_error` ("object is not serializable") at an object without `iid_serializable`. Reading
-/// drops what the map held; of a failure on the way it keeps what came before.
+/// drops what the map held; of a failure on the way it keeps what came before. Any number of threads may read it while
+/// none changes it.
 class VELUM_API basic_unknown_map_t : public aggregatable_t<basic_unknown_map_t> {
 public:
     /// For `create`; keeps `outer` as it is, without a reference.

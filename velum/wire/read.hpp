@@ -20,6 +20,7 @@ namespace velum {
 //
 // Throws
 // - `unknown_type` for a tag that no type has, 0 included; the message has the tag and the keys that lead to it,
+//   innermost first, as long as they are and with the bytes that the stream has,
 // - `length_exceeds_stream` (a `std::bad_alloc`) for more than 16 MiB that are promised and don't come,
 // - `std::runtime_error` "i_unknown serialization not possible with this type of stream" for an object on a standard
 //   stream, "nesting too deep" before nested maps use the stack up, "memory allocation failed" for a buffer,
