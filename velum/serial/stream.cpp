@@ -1,4 +1,5 @@
 #include <velum/serial/stream.hpp>
+#include <velum/wire/detail/blocks.hpp>
 
 #include <ios>
 #include <stdexcept>
@@ -35,7 +36,7 @@ void basic_istream_t::basic_istream_imp_t::seekg(long long offset, int way) {
 }
 
 void basic_istream_t::basic_istream_imp_t::read(char* data, long long count) {
-    required(payload).read(data, count);
+    detail::read_block(required(payload), data, count);
 }
 
 basic_ostream_t::basic_ostream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_ostream<char>> const& stream)
@@ -60,7 +61,7 @@ void basic_ostream_t::basic_ostream_imp_t::seekp(long long offset, int way) {
 }
 
 void basic_ostream_t::basic_ostream_imp_t::write(char const* data, long long count) {
-    required(payload).write(data, count);
+    detail::write_block(required(payload), data, count);
 }
 
 void basic_ostream_t::basic_ostream_imp_t::flush() {

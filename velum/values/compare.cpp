@@ -11,6 +11,7 @@
 #include <cstring>
 #include <optional>
 #include <stdexcept>
+#include <typeinfo>
 
 namespace velum {
 namespace {
@@ -26,14 +27,14 @@ public:
             value_catalogue::for_each([&by_tag]<class Row>(Row) { by_tag[Row::tag] = &compare_held<Row>; });
             return by_tag;
         }();
-        ustring const type = type_key(a.type());
-        ustring const other = type_key(b.type());
-        if (type != other) {
-            return type <=> other;
+        std::type_info const& type = a.type();
+        std::type_info const& other = b.type();
+        if (&type != &other && type_key(type) != type_key(other)) {
+            return type_key(type) <=> type_key(other);
         }
         int const tag = detail::type_tag(type);
         if (tag == 0) {
-            throw std::runtime_error("can't find the proper any_compare for " + type.string());
+            throw std::runtime_error("can't find the proper any_compare for " + type_key(type).string());
         }
         return comparisons[static_cast<std::size_t>(tag)](*this, a, b);
     }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <velum/values/ustring.hpp>
+#include <typeinfo>
 
 namespace velum::detail {
 
-/// The tag of the type with the key `type`, or 0 for one outside the catalogue: the way from a held value to what a
-/// table by tag has for it.
-int type_tag(ustring const& type);
+/// The tag of `type`, or 0 for one outside the catalogue: the way from a held value to what a table by tag has for it.
+int type_tag(std::type_info const& type);
 
 }  // namespace velum::detail

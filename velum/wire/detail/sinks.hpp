@@ -3,6 +3,7 @@
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
+#include <velum/wire/detail/blocks.hpp>
 
 #include <cstddef>
 #include <ostream>
@@ -17,7 +18,7 @@ public:
     explicit stream_sink(std::basic_ostream<char>& stream) : stream_(stream) {}
 
     void write(void const* data, std::size_t size) {
-        stream_.write(static_cast<char const*>(data), static_cast<std::streamsize>(size));
+        write_block(stream_, static_cast<char const*>(data), static_cast<std::streamsize>(size));
     }
 
     [[noreturn]] static void write_object(iptr<i_unknown_t> const&) {

@@ -4,6 +4,7 @@
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
+#include <velum/wire/detail/blocks.hpp>
 
 #include <cstdint>
 #include <istream>
@@ -40,9 +41,7 @@ public:
     }
 
     bool arrives(void* data, std::uint64_t size) {
-        auto const count = static_cast<std::streamsize>(size);
-        stream_.read(static_cast<char*>(data), count);
-        return stream_.gcount() == count;
+        return read_block(stream_, static_cast<char*>(data), static_cast<std::streamsize>(size));
     }
 
     // As through a serializer: of a number that isn't zero a part may be missing.

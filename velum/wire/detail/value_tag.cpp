@@ -8,9 +8,8 @@
 namespace velum::detail {
 
 int value_tag(boost::any const& value) {
-    ustring const type = type_key(value.type());
-    int const tag = type_tag(type);
-    return tag != 0 ? tag : throw unknown_type(type);
+    int const tag = type_tag(value.type());
+    return tag != 0 ? tag : throw unknown_type(type_key(value.type()));
 }
 
 void throw_unknown_tag(std::uint32_t tag) {
