@@ -41,7 +41,11 @@ TEST(hostile_graph, promises_take_no_memory) {
     }
     std::string const a_map = head(0, map) + version;
     std::uint32_t const most = 16 * mebibyte / 64;  // entries may be missing, and one that is empty may be there
+    std::string const values_in_map = a_map + u32(1) + u32(1) + "k" + head(1, velum::uany_map_obj_t::_clsid) + version;
+    std::uint32_t const maps_beside_it = (16 * mebibyte - 64) / sizeof(velum::any_map);
     std::pair<std::string, std::string> const rows[] = {
+        {values_in_map + body_of("k", 41, u32(maps_beside_it)), ""},
+        {values_in_map + body_of("k", 41, u32(maps_beside_it + 2)), too_long},
         {head(0, text) + version + four_gib + "abc", too_long},
         {head(0, node::id) + four_gib, too_long},
         {a_map + u32(1) + four_gib + "abc", too_long},

@@ -99,6 +99,7 @@ struct cut_short {
 TEST_P(hostile, sixteen_mebibytes_of_a_text_or_buffer_may_be_missing) {
     for (auto const& [promised, arrived, is_read] : {cut_short{most_missing, 0, true},
                                                      {most_missing + 1, 0, false},
+                                                     {most_missing + 1, 1, true},
                                                      {most_missing + 5, 5, true},
                                                      {most_missing + 5, 4, false},
                                                      {40 * mebibyte, 24 * mebibyte, true},
