@@ -14,3 +14,10 @@
 #else
 #    define VELUM_API __attribute__((visibility("default")))
 #endif
+
+/// Marks a type that values may have, so that all modules share one `type_info` of it, where they can.
+#if defined(_WIN32)
+#    define VELUM_SHARED_TYPE
+#else
+#    define VELUM_SHARED_TYPE [[gnu::visibility("default")]]
+#endif

@@ -16,7 +16,7 @@ namespace velum {
 ///
 /// The 16 bytes lie in memory in the order of the text form, read from the left; they are ordered as unsigned bytes,
 /// and go to a stream as they lie. A default identifier is all zero.
-class guid_t {
+class VELUM_SHARED_TYPE guid_t {
 public:
     constexpr guid_t() = default;
 

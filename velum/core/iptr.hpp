@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/api.hpp>
 #include <velum/core/guid.hpp>
 
 #include <compare>
@@ -14,7 +15,7 @@ namespace velum {
 /// Its one member is the pointer, so the address of an `iptr` is the slot that `query_interface` takes. There is no
 /// move: moving an `iptr` copies it, and the source keeps its reference. One `iptr` is used by one thread at a time.
 template <class T>
-class iptr {
+class VELUM_SHARED_TYPE iptr {
 public:
     iptr() = default;
     iptr(std::nullptr_t) {}

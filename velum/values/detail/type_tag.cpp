@@ -28,14 +28,15 @@ private:
 
     // That of the row with `address`, or of the free one where it would be.
     std::size_t place_of(void const* address) const {
-        std::size_t place = std::bit_cast<std::uintptr_t>(address) / alignof(std::max_align_t) % rows_.size();
+        // Addresses differ in their middle bits; the multiplication brings these to the high ones.
+        std::size_t place = std::bit_cast<std::uint64_t>(address) * 0x9E3779B97F4A7C15U >> 56U;
         while (rows_[place].address != nullptr && rows_[place].address != address) {
             place = (place + 1) % rows_.size();
         }
         return place;
     }
 
-    std::array<row, 128> rows_{};
+    std::array<row, 256> rows_{};
 };
 
 static_assert(std::is_trivially_destructible_v<tag_table>);

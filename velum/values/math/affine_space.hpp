@@ -1,12 +1,14 @@
 #pragma once
 
+#include <velum/core/api.hpp>
+
 #include <compare>
 
 namespace math {
 
 /// A linear space `L` and an origin; all zero by default.
 template <class L>
-class affine_space {
+class VELUM_SHARED_TYPE affine_space {
 public:
     using vector_type = typename L::vector_type;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <velum/core/api.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -12,7 +14,7 @@ namespace sys {
 /// An allocator whose blocks begin at a multiple of `A` bytes, a power of two.
 /// Throws `std::runtime_error` ("memory allocation failed") where there is no memory.
 template <class T, std::size_t A>
-class aligned_allocator {
+class VELUM_SHARED_TYPE aligned_allocator {
     static_assert(A != 0 && (A & (A - 1)) == 0, "the alignment is a power of two");
     static_assert(A % alignof(T) == 0 && A <= std::numeric_limits<std::uint32_t>::max() / 2);
 

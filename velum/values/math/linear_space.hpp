@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/api.hpp>
 #include <velum/values/math/elements.hpp>
 
 #include <compare>
@@ -9,7 +10,7 @@ namespace math {
 
 /// The `N` basis vectors of a linear space, each of type `V`; all zero by default.
 template <class V, int N>
-class linear_space_n {
+class VELUM_SHARED_TYPE linear_space_n {
 public:
     using vector_type = V;
     static constexpr int size = N;

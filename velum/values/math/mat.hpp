@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/api.hpp>
 #include <velum/values/math/elements.hpp>
 
 #include <compare>
@@ -10,7 +11,7 @@ namespace tessa {
 
 /// A matrix of `R` rows and `C` columns, stored row by row with nothing between the elements; all zero by default.
 template <class T, int R, int C>
-class mat {
+class VELUM_SHARED_TYPE mat {
 public:
     using value_type = T;
     static constexpr int rows = R;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/api.hpp>
 #include <velum/values/math/elements.hpp>
 
 #include <compare>
@@ -8,7 +9,7 @@ namespace math {
 
 /// A quaternion: four components, in the order in which they are given; all zero by default.
 template <class T>
-class quat {
+class VELUM_SHARED_TYPE quat {
 public:
     using value_type = T;
     static constexpr int size = 4;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/api.hpp>
 #include <velum/values/math/elements.hpp>
 
 #include <compare>
@@ -8,17 +9,17 @@
 namespace math {
 
 /// The storage of `vec`: three and four components lie in one 128-bit word.
-struct use_simd_tag {};
+struct VELUM_SHARED_TYPE use_simd_tag {};
 
 template <class T, int N, class Storage>
-class vec;
+class VELUM_SHARED_TYPE vec;
 
 /// A vector of `N` components, all zero by default.
 ///
 /// Lane i holds component i. A vector of three has a fourth lane that holds no component: it repeats the third when the
 /// vector is made from components, is copied along, and takes no part in comparisons.
 template <class T, int N>
-class alignas(N > 2 ? 16 : alignof(T)) vec<T, N, use_simd_tag> {
+class alignas(N > 2 ? 16 : alignof(T)) VELUM_SHARED_TYPE vec<T, N, use_simd_tag> {
 public:
     using value_type = T;
     static constexpr int size = N;

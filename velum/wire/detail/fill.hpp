@@ -11,16 +11,22 @@ namespace velum::detail {
 /// elements stand in its place.
 inline constexpr std::uint64_t most_missing = std::uint64_t{16} << 20U;  // bytes of memory
 
-/// Makes a buffer longer by `step` bytes, and gives their place. The room is exact: twice what is needed would be more
-/// than what has arrived accounts for.
+/// Gives a buffer room for `size` bytes and no more: twice what is needed would be more than what has arrived accounts
+/// for.
+template <class Buffer>
+[[gnu::noinline]] void move_to_room(Buffer& buffer, std::uint64_t size) {
+    Buffer larger;
+    larger.reserve(size);
+    larger.assign(buffer.begin(), buffer.end());
+    buffer.swap(larger);
+}
+
+/// Makes a buffer longer by `step` bytes, and gives their place.
 template <class Buffer>
 void* extend(Buffer& buffer, std::uint64_t step) {
     auto const before = buffer.size();
-    if (before + step > buffer.capacity()) {
-        Buffer larger;
-        larger.reserve(before + step);
-        larger.assign(buffer.begin(), buffer.end());
-        buffer.swap(larger);
+    if (before != 0 && before + step > buffer.capacity()) {
+        move_to_room(buffer, before + step);
     }
     buffer.resize(before + step);
     return buffer.data() + before;

@@ -18,15 +18,11 @@ namespace velum::detail {
 template <class Key>
 class key_path {
 public:
-    /// Gives the new innermost key.
-    Key& enter(Key key = {}) { return keys_.emplace_back(std::move(key)); }
+    /// A map begins, whose keys come after one another as the innermost.
+    void enter() { keys_.emplace_back(); }
+    void leave() { keys_.pop_back(); }
 
-    /// Gives the innermost key back.
-    Key leave() {
-        Key key = std::move(keys_.back());
-        keys_.pop_back();
-        return key;
-    }
+    Key& innermost() { return keys_.back(); }
 
     /// Runs `work` and lets an `unknown_type` out with a layer for each key on the path; `clause` introduces a key.
     template <class Work>

@@ -104,19 +104,23 @@ private:
     template <class Map>
     void get(value_shape::map, Map& map) {
         stack_guard::level const level(stack_);
-        for (auto count = get_number<std::uint32_t>(); count != 0; --count) {
-            enter_key();
+        auto count = get_number<std::uint32_t>();
+        path_.enter();
+        for (; count != 0; --count) {
+            get(value_shape::text(), path_.innermost());
             boost::any value;
             read_any(value);
             store(map, value);
         }
+        path_.leave();
     }
 
-    VELUM_LEAF void enter_key() { get(value_shape::text(), path_.enter()); }
-
+    // Keys mostly come in their order, so the end is the place to look at first.
     template <class Map>
     VELUM_LEAF void store(Map& map, boost::any& value) {
-        map.insert_or_assign(typename Map::key_type(path_.leave()), std::move(value));
+        std::string& key = path_.innermost();
+        map.emplace_hint(map.end(), typename Map::key_type(std::move(key)), boost::any())->second.swap(value);
+        key.clear();
     }
 
     // Room is taken as the maps arrive, and at last for all that may be missing.

@@ -86,12 +86,13 @@ private:
     void put(value_shape::map, Map const& map) {
         stack_guard::level const level(stack_);
         put_number(count_of(map.size()));
+        path_.enter();
         for (auto const& [key, value] : map) {
-            path_.enter(view(key));
+            path_.innermost() = view(key);
             put(value_shape::text(), key);
             write_any(value);
-            path_.leave();
         }
+        path_.leave();
     }
 
     template <class Map>
