@@ -2,13 +2,8 @@
 
 namespace velum {
 
-// The compilers' own operations, since std::atomic_ref takes no volatile object.
-std::int32_t atomic_increment(std::int32_t volatile& n) {
-    return __atomic_add_fetch(&n, 1, __ATOMIC_SEQ_CST);
-}
-
-std::int32_t atomic_decrement(std::int32_t volatile& n) {
-    return __atomic_sub_fetch(&n, 1, __ATOMIC_SEQ_CST);
-}
+// The library exports both, for those who look them up instead of compiling them in.
+[[maybe_unused, gnu::used]] static std::int32_t (*const exported[])(std::int32_t volatile&) = {&atomic_increment,
+                                                                                               &atomic_decrement};
 
 }  // namespace velum

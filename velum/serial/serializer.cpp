@@ -1,5 +1,4 @@
 #include <velum/core/detail/required.hpp>
-#include <velum/core/detail/secret.hpp>
 #include <velum/core/detail/stack_guard.hpp>
 #include <velum/core/detail/words.hpp>
 #include <velum/serial/detail/record.hpp>
@@ -7,9 +6,6 @@
 #include <velum/wire/detail/count.hpp>
 #include <velum/wire/detail/fill.hpp>
 #include <velum/wire/detail/sources.hpp>
-
-#include <algorithm>
-#include <utility>
 
 namespace velum {
 
@@ -46,56 +42,6 @@ bool basic_serializer_t::create_function(iptr<i_unknown_t> const& outer, iptr<i_
     return create(outer, 0, iid, out);
 }
 
-// Where the number is, or the free place where it would be. Nobody knows which numbers end in one place.
-std::size_t basic_serializer_t::object_table::place_of(std::vector<entry> const& entries, std::uint32_t number) {
-    std::size_t const last = entries.size() - 1;
-    std::size_t place = (number * detail::secret_bits() >> 32U) & last;
-    while (entries[place].object && entries[place].number != number) {
-        place = (place + 1) & last;
-    }
-    return place;
-}
-
-void basic_serializer_t::object_table::grow_others() {
-    std::vector<entry> larger(std::max<std::size_t>(16, 2 * others_.size()));
-    for (entry& each : others_) {
-        if (each.object) {
-            larger[place_of(larger, each.number)] = each;
-            each.object = nullptr;  // gives the reference up while it is at hand
-        }
-    }
-    others_.swap(larger);
-}
-
-void basic_serializer_t::object_table::set(std::uint32_t number, iptr<i_unknown_t> const& object) {
-    if (number < counted_.size()) {
-        counted_[number] = object;
-    } else if (number == counted_.size() && size_of_others_ == 0) {
-        counted_.push_back(object);
-    } else {
-        if (2 * (size_of_others_ + 1) > others_.size()) {
-            grow_others();
-        }
-        entry& place = others_[place_of(others_, number)];
-        size_of_others_ += place.object ? 0 : 1;
-        [[maybe_unused]] entry const before =
-            std::exchange(place, entry{number, object});  // goes last: it may come back to the table
-    }
-}
-
-i_unknown_t* basic_serializer_t::object_table::find(std::uint32_t number) const {
-    if (number < counted_.size()) {
-        return counted_[number].get();
-    }
-    return size_of_others_ != 0 ? others_[place_of(others_, number)].object.get() : nullptr;
-}
-
-void basic_serializer_t::object_table::clear() {
-    size_of_others_ = 0;
-    std::vector<entry>().swap(others_);
-    counted_.clear();
-}
-
 int basic_serializer_t::basic_serializer_imp_t::version() const {
     return payload.version;
 }
@@ -108,49 +54,72 @@ std::map<std::string, boost::any> const& basic_serializer_t::basic_serializer_im
     return payload.attributes;
 }
 
-// What runs within an operation may drop the last reference that others hold on the serializer, so each takes one on
-// itself.
+// What runs within an operation may drop the last reference that others hold on the serializer.
+class basic_serializer_t::basic_serializer_imp_t::operation {
+public:
+    operation(basic_serializer_imp_t& serializer, stack_guard::reserve kept) : guard(kept), self_(serializer.self_) {
+        if (self_.holder == nullptr) {
+            outermost_ = &serializer;
+            self_.holder = &outermost_;
+        }
+    }
+    operation(operation const&) = delete;
+    operation& operator=(operation const&) = delete;
+    ~operation() {
+        if (outermost_) {
+            self_.holder = nullptr;
+        }
+    }
+
+    iptr<i_serializer_t> const& self() const { return *self_.holder; }
+
+    stack_guard const guard;
+
+private:
+    in_hand& self_;
+    iptr<i_serializer_t> outermost_;
+};
 
 void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializable_t> const& object) {
-    stack_guard const guard(stack_guard::reserve::for_writing);
-    stack_guard::level_of_object const level(guard);
-    auto const writer = self();
-    iptr<i_serializable_t> const meant = mapped(object);
-    if (!meant) {
+    operation const writing(*this, stack_guard::reserve::for_writing);
+    stack_guard::level_of_object const level(writing.guard);
+    iptr<i_serializable_t> stand_in;
+    bool const is_mapped = map(object, stand_in);
+    i_serializable_t* const meant = is_mapped ? stand_in.get() : object.get();
+    if (meant == nullptr) {
         write_word(output(), record::null);
         return;
     }
-    iptr<i_unknown_t> const identity(meant, iid_unknown);
-    auto const known = payload.numbers_of_objects.find(identity);
-    if (known != payload.numbers_of_objects.end()) {
+    iptr<i_unknown_t> identity;
+    meant->query_interface(iid_unknown, &identity);
+    if (std::uint64_t const* const known = payload.numbers_of_objects.find(identity.get())) {
         write_word(output(), record::reference);
-        write_word(output(), static_cast<std::uint32_t>(known->second));
+        write_word(output(), static_cast<std::uint32_t>(*known));
         return;
     }
-    writer->write_object_header(identity);
-    meant->serialize(writer);
+    iptr<i_serializable_t> const held(meant);  // the object may reach the caller's holder while it writes
+    writing.self()->write_object_header(identity);
+    meant->serialize(writing.self());
 }
 
 // The object is in the table before its stages are written, so that a reference from inside one is a reference.
 void basic_serializer_t::basic_serializer_imp_t::write_object_header(iptr<i_unknown_t> const& object) {
-    stack_guard const guard(stack_guard::reserve::for_writing);
-    stack_guard::level_of_object const level(guard);
-    auto const writer = self();
+    operation const writing(*this, stack_guard::reserve::for_writing);
+    stack_guard::level_of_object const level(writing.guard);
     iptr<i_serializable_t> const serializable(object, iid_serializable);
     detail::required(serializable, "object not serializable");
     write_word(output(), record::new_object);
     std::uint64_t const number = payload.next_number++;
     write_word(output(), static_cast<std::uint32_t>(number));
-    payload.numbers_of_objects.insert_or_assign(object, number);
+    payload.numbers_of_objects.set(object.get(), number);
     guid_t const clsid = serializable->clsid();
     output().write(reinterpret_cast<char const*>(&clsid), sizeof clsid);
-    serializable->serialize_obj(writer);
+    serializable->serialize_obj(writing.self());
 }
 
 bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable_t>& object) {
-    stack_guard const guard(stack_guard::reserve::for_reading);
-    stack_guard::level const level(guard);
-    auto const reader = self();
+    operation const reading(*this, stack_guard::reserve::for_reading);
+    stack_guard::level const level(reading.guard);
     object = nullptr;
     std::uint32_t const tag = read_word(input());
     if (tag == record::null) {
@@ -161,12 +130,15 @@ bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable
             return false;
         }
     } else {
-        build_object(reader, nullptr)->query_interface(iid_serializable, &object);
+        build_object(reading.self(), nullptr)->query_interface(iid_serializable, &object);
         // A reference of its own: the object may reach the caller's holder while it reads.
         iptr<i_serializable_t> const built = object;
-        detail::required(built, "object is not deserializable").deserialize(reader);
+        detail::required(built, "object is not deserializable").deserialize(reading.self());
     }
-    object = mapped(object);
+    iptr<i_serializable_t> stand_in;
+    if (map(object, stand_in)) {
+        object = stand_in;
+    }
     return true;
 }
 
@@ -177,11 +149,10 @@ bool basic_serializer_t::basic_serializer_imp_t::read_reference(iptr<i_serializa
 
 bool basic_serializer_t::basic_serializer_imp_t::read_object_header(iptr<i_unknown_t> const& controlling,
                                                                     iptr<i_unknown_t>& object) {
-    stack_guard const guard(stack_guard::reserve::for_reading);
-    stack_guard::level const level(guard);
-    auto const reader = self();
+    operation const reading(*this, stack_guard::reserve::for_reading);
+    stack_guard::level const level(reading.guard);
     read_word(input());
-    object = build_object(reader, controlling);
+    object = build_object(reading.self(), controlling);
     return true;
 }
 
@@ -195,7 +166,7 @@ iptr<i_unknown_t> basic_serializer_t::basic_serializer_imp_t::build_object(iptr<
     detail::required(payload.factory, "serializer has no object factory")
         .deserialize_object(clsid, controlling, reader, object);
     detail::required(object, "object is not deserializable");
-    payload.objects_by_number.set(number, object);
+    payload.objects_by_number.set(number, object.get());
     return object;
 }
 
@@ -252,9 +223,13 @@ i_ostream_t& basic_serializer_t::basic_serializer_imp_t::output() const {
     return detail::required(payload.output, "serializer has no output stream");
 }
 
-iptr<i_serializable_t> basic_serializer_t::basic_serializer_imp_t::mapped(iptr<i_serializable_t> const& object) const {
+bool basic_serializer_t::basic_serializer_imp_t::map(iptr<i_serializable_t> const& object,
+                                                     iptr<i_serializable_t>& stand_in) const {
     auto const mapper = payload.mapper.shared;
-    return mapper ? (*mapper)(object) : object;
+    if (mapper) {
+        stand_in = (*mapper)(object);
+    }
+    return mapper != nullptr;
 }
 
 }  // namespace velum

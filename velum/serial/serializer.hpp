@@ -8,20 +8,17 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/factory/i_object_factory.hpp>
+#include <velum/serial/detail/object_tables.hpp>
 #include <velum/serial/stream.hpp>
 
 #include <boost/any.hpp>
-#include <boost/unordered_map.hpp>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace velum {
 
@@ -81,10 +78,6 @@ public:
 private:
     friend object_access;
 
-    struct by_address {
-        std::size_t operator()(iptr<i_unknown_t> const& object) const { return boost::hash_value(object.get()); }
-    };
-
     /// An object mapper, of which each copy has one of its own, or none. It is shared for the time of a call, in which
     /// it may be replaced.
     class mapper_holder {
@@ -101,47 +94,15 @@ private:
         std::shared_ptr<object_mapper_t const> shared;
     };
 
-    /// Objects under the numbers that the stream gives them: a writer counts from 0 on, and what doesn't is damaged or
-    /// has been skipped. No choice of numbers makes the table slow.
-    class object_table {
+    /// The serializer as its operations hand it to objects: the outermost holds a reference on it, and those within
+    /// share that. It isn't copied, since it is none of the serializer's state.
+    class in_hand {
     public:
-        object_table() = default;
-        object_table(object_table const&) = default;
-        object_table(object_table&& other) { swap(other); }
-        object_table& operator=(object_table const&) = default;
-        object_table& operator=(object_table&& other) noexcept {
-            clear();
-            swap(other);
-            return *this;
-        }
-        ~object_table() = default;
+        in_hand() = default;
+        in_hand(in_hand const&) {}
+        in_hand& operator=(in_hand const&) { return *this; }
 
-        void swap(object_table& other) noexcept {
-            counted_.swap(other.counted_);
-            others_.swap(other.others_);
-            std::swap(size_of_others_, other.size_of_others_);
-        }
-
-        /// Takes the place of an object that has the number already.
-        void set(std::uint32_t number, iptr<i_unknown_t> const& object);
-
-        /// Null for a number that no object has.
-        i_unknown_t* find(std::uint32_t number) const;
-
-        void clear();
-
-    private:
-        struct entry {
-            std::uint32_t number = 0;
-            iptr<i_unknown_t> object{};  // null in a free place
-        };
-
-        static std::size_t place_of(std::vector<entry> const& entries, std::uint32_t number);
-        void grow_others();
-
-        std::deque<iptr<i_unknown_t>> counted_;  // whose numbers are their places
-        std::vector<entry> others_;              // hashed; at most half full, and a power of two in size
-        std::size_t size_of_others_ = 0;
+        iptr<i_serializer_t> const* holder = nullptr;
     };
 
     struct state {
@@ -152,12 +113,12 @@ private:
         std::map<std::string, boost::any> attributes{};
         mapper_holder mapper{};
 
-        // A writer's. The key is what the object answers to `iid_unknown`.
-        boost::unordered_map<iptr<i_unknown_t>, std::uint64_t, by_address> numbers_of_objects{};
+        // A writer's.
+        detail::identity_table numbers_of_objects{};
         std::uint64_t next_number = 0;
 
         // A reader's.
-        object_table objects_by_number{};
+        detail::object_table objects_by_number{};
 
         void drop() {
             objects_by_number.clear();
@@ -190,10 +151,13 @@ private:
     private:
         i_istream_t& input() const;
         i_ostream_t& output() const;
-        iptr<i_serializer_t> self() { return this; }
-        iptr<i_serializable_t> mapped(iptr<i_serializable_t> const& object) const;
+        /// Whether there is a mapper, which then puts `stand_in` in the place of `object`.
+        bool map(iptr<i_serializable_t> const& object, iptr<i_serializable_t>& stand_in) const;
         bool read_reference(iptr<i_serializable_t>& object);
         iptr<i_unknown_t> build_object(iptr<i_serializer_t> const& reader, iptr<i_unknown_t> const& controlling);
+
+        class operation;
+        in_hand self_;
     };
 
     std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_serializer, &imp}}}; }

@@ -35,7 +35,8 @@ protected:
     }
 
 private:
-    inline static thread_local constinit Operation* innermost = nullptr;
+    // Found without a call: a pointer has its place even in a thread that is older than the library.
+    [[gnu::tls_model("initial-exec")]] inline static thread_local constinit Operation* innermost = nullptr;
 
     Operation* around_;
 };
