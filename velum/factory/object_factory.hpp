@@ -9,7 +9,9 @@
 #include <boost/unordered_map.hpp>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <set>
 #include <string>
@@ -45,10 +47,18 @@ private:
         deserialize_function_t deserialize;
     };
 
+    struct by_words {
+        std::size_t operator()(guid_t const& id) const {
+            std::array<std::uint64_t, 2> words{};
+            std::memcpy(words.data(), id.data(), sizeof words);
+            return words[0] ^ words[1];
+        }
+    };
+
     /// Both members have the same identifiers: one enumerates them, the other finds a class.
     struct registry {
         std::set<guid_t> registered_ids;
-        boost::unordered_map<guid_t, class_entry> classes;
+        boost::unordered_map<guid_t, class_entry, by_words> classes;
 
         void drop() {
             classes.clear();

@@ -143,7 +143,7 @@ bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable
 }
 
 bool basic_serializer_t::basic_serializer_imp_t::read_reference(iptr<i_serializable_t>& object) {
-    iptr<i_unknown_t> const met(payload.objects_by_number.find(read_word(input())));
+    i_unknown_t* const met = payload.objects_by_number.find(read_word(input()));
     return detail::required(met, "object not deserialized yet").query_interface(iid_serializable, &object);
 }
 

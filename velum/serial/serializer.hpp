@@ -8,7 +8,7 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/factory/i_object_factory.hpp>
-#include <velum/serial/detail/object_tables.hpp>
+#include <velum/serial/object_tables.hpp>
 #include <velum/serial/stream.hpp>
 
 #include <boost/any.hpp>

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <velum/core/detail/secret.hpp>
+#include <velum/core/api.hpp>
 #include <velum/core/unknown.hpp>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
+
+// What a serializer knows of the objects that it has met. Not for use outside of it.
 
 namespace velum::detail {
 
@@ -44,23 +45,10 @@ class hashed_rows {
 public:
     /// Null where no row has the key.
     template <class Key>
-    Row const* find(Key key) const {
-        if (size_ == 0) {
-            return nullptr;
-        }
-        Row const& row = rows_[place_of(key)];
-        return row.object.get() != nullptr ? &row : nullptr;
-    }
+    Row const* find(Key key) const;
 
     /// What is under the key of `row` goes last, since it may come back to the table.
-    void set(Row row) {
-        if (2 * (size_ + 1) > rows_.size()) {
-            grow();
-        }
-        Row& place = rows_[place_of(row.key())];
-        size_ += place.object.get() == nullptr ? 1 : 0;
-        std::swap(place, row);
-    }
+    void set(Row row);
 
     std::size_t size() const { return size_; }
 
@@ -72,25 +60,9 @@ public:
 private:
     // Of the row with the key, or of the free one where it would be.
     template <class Key>
-    std::size_t place_of(Key key) const {
-        std::size_t const last = rows_.size() - 1;
-        std::size_t place = Row::hash_of(key) & last;
-        while (rows_[place].object.get() != nullptr && rows_[place].key() != key) {
-            place = (place + 1) & last;
-        }
-        return place;
-    }
+    std::size_t place_of(Key key) const;
 
-    void grow() {
-        std::vector<Row> before(std::max<std::size_t>(16, 2 * rows_.size()));
-        before.swap(rows_);
-        for (Row& row : before) {
-            if (row.object.get() != nullptr) {
-                Row& place = rows_[place_of(row.key())];
-                place = std::move(row);
-            }
-        }
-    }
+    void grow();
 
     std::vector<Row> rows_;  // at most half of them taken, and a power of two
     std::size_t size_ = 0;   // of those
@@ -111,13 +83,10 @@ public:
     ~identity_table() = default;
 
     /// Null for an object that has no number.
-    std::uint64_t const* find(i_unknown_t* identity) const {
-        row const* const found = rows_.find(identity);
-        return found != nullptr ? &found->number : nullptr;
-    }
+    std::uint64_t const* find(i_unknown_t* identity) const;
 
     /// Takes the place of a number that the object has already.
-    void set(i_unknown_t* identity, std::uint64_t number) { rows_.set({object_reference(identity), number}); }
+    void set(i_unknown_t* identity, std::uint64_t number);
 
     void clear() { hashed_rows<row>().swap(rows_); }
 
@@ -127,10 +96,7 @@ private:
         std::uint64_t number = 0;
 
         i_unknown_t* key() const { return object.get(); }
-        // Addresses differ in their middle bits; the multiplication brings these to the high ones.
-        static std::size_t hash_of(i_unknown_t* identity) {
-            return reinterpret_cast<std::uintptr_t>(identity) * 0x9E3779B97F4A7C15U >> 32U;
-        }
+        static std::size_t hash_of(i_unknown_t* identity);
     };
 
     hashed_rows<row> rows_;
@@ -157,25 +123,10 @@ public:
     }
 
     /// Takes the place of an object that has the number already.
-    void set(std::uint32_t number, i_unknown_t* object) {
-        if (number < counted_.size()) {
-            object_reference held(object);  // and then what was there before, which goes last
-            std::swap(counted_[number], held);
-        } else if (number == counted_.size() && others_.size() == 0) {
-            counted_.emplace_back(object);
-        } else {
-            others_.set({object_reference(object), number});
-        }
-    }
+    void set(std::uint32_t number, i_unknown_t* object);
 
     /// Null for a number that no object has.
-    i_unknown_t* find(std::uint32_t number) const {
-        if (number < counted_.size()) {
-            return counted_[number].get();
-        }
-        row const* const found = others_.find(number);
-        return found != nullptr ? found->object.get() : nullptr;
-    }
+    i_unknown_t* find(std::uint32_t number) const;
 
     void clear() {
         hashed_rows<row>().swap(others_);
@@ -188,8 +139,7 @@ private:
         std::uint32_t number = 0;
 
         std::uint32_t key() const { return number; }
-        // Nobody knows which numbers end in one place.
-        static std::size_t hash_of(std::uint32_t number) { return number * secret_bits() >> 32U; }
+        static std::size_t hash_of(std::uint32_t number);
     };
 
     std::vector<object_reference> counted_;  // whose numbers are their places
