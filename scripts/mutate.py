@@ -184,11 +184,14 @@ def main():
     for option, default in ("--seed", 1), ("--count", 100), ("--jobs", 1):
         parser.add_argument(option, type=int, default=default)
     parser.add_argument("--list", action="store_true")
+    parser.add_argument("--match", default="", help="of the sample only what this expression is found in")
     options = parser.parse_args()
 
     mutants, known = list(all_mutants()), known_survivors()
     wrong = [f"{KNOWN}: there is no such fault any more: {key}" for key in known - {m.key for m in mutants}]
     random.Random(options.seed).shuffle(mutants)
+    if options.match:
+        mutants = [m for m in mutants[:options.count] if re.search(options.match, m.text)]
     if options.list:
         print(*sorted(m.text for m in mutants[:options.count]), sep="\n")
         return 0

@@ -139,6 +139,7 @@ private:
         std::string const failure = failure_of([&] { made_.reader(stream, factory_)->read_object(back); });
         require(!there.failure.empty() || failure.empty(), "what was written can't be read: " + failure);
         require_documented(failure);
+        back ? made_.add(back.get()) : void();  // of a failure no mapper hears
         to = back.get();
     }
 

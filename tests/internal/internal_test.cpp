@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 
 namespace velum {
@@ -75,28 +76,38 @@ TEST(published_index, finds_entries_through_collisions_and_growth) {
     }
 }
 
-/// Reads `size` bytes from a serializer without position: whether they arrived, and what is there afterwards.
-std::pair<bool, std::string> probed(std::string const& content, std::size_t size) {
-    support::recorded const stream(new support::recording_stream(content));
-    stream->can_tell = false;
+/// Reads 40 bytes from a serializer: whether they arrived, and what is there afterwards.
+std::pair<bool, std::string> arriving(support::recorded const& stream) {
     auto const reader = support::reader_on(stream.get(), nullptr);
     detail::serializer_source source(*reader);
-    std::string bytes(size, '\0');
+    std::string bytes(40, '\0');
     source.watch();
-    return {source.arrives(bytes.data(), size), bytes};
+    bool const arrived = source.arrives(bytes.data(), bytes.size());
+    return {arrived, bytes};
+}
+
+std::pair<bool, std::string> probed(std::string const& content) {
+    support::recorded const stream(new support::recording_stream(content.empty() ? "" : content + "more"));
+    stream->can_tell = false;
+    auto const result = arriving(stream);
+    EXPECT_EQ(stream->position, result.first ? content.size() : std::min<std::size_t>(content.size(), 16));
+    return result;
 }
 
 // Where nothing arrives, what was put there before shows: only a stream of these very bytes could be taken for empty.
 TEST(serializer_source, tells_bytes_from_none_without_a_position) {
-    auto const [arrived, probe] = probed({}, 40);
+    auto const [arrived, probe] = probed({});
     EXPECT_FALSE(arrived);
     for (std::size_t alike = 0; alike < 16; ++alike) {
         std::string content = probe;
         content[alike] = static_cast<char>(~content[alike]);
         content[39] = 'e';
-        EXPECT_EQ(probed(content, 40), std::pair(true, content)) << alike;
+        EXPECT_EQ(probed(content), std::pair(true, content)) << alike;
     }
-    EXPECT_EQ(probed(probe, 40), std::pair(false, probe));
+    EXPECT_EQ(probed(probe), std::pair(false, probe));
+    support::recorded const stream(new support::recording_stream(probe));
+    EXPECT_EQ(arriving(stream), std::pair(true, probe));
+    EXPECT_EQ(stream->calls, "tell 40 tell ") << "no probe where the position is known, 0 as it is";
 }
 
 // A zero may be what was there before: it is believed once, and not again from a stream whose position stands still.
