@@ -1,9 +1,11 @@
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/detail/class_ids.hpp>
 #include <velum/values/detail/published_index.hpp>
+#include <velum/wire/detail/blocks.hpp>
 #include <velum/wire/detail/count.hpp>
 #include <velum/wire/detail/sources.hpp>
 
+#include "support/failure.hpp"
 #include "support/recording_stream.hpp"
 #include "support/serializers.hpp"
 
@@ -11,6 +13,8 @@
 
 #include <algorithm>
 #include <deque>
+#include <iostream>
+#include <streambuf>
 
 namespace velum {
 extern guid_t const multi_object_factory_id;
@@ -120,6 +124,65 @@ TEST(serializer_source, does_not_trust_a_position_that_stands_still) {
     for (bool const believed : {true, false, false}) {
         std::uint32_t number = 0;
         EXPECT_EQ(source.number_arrives(number), believed);
+    }
+}
+
+/// A buffer of 8 bytes for either direction, which may be broken.
+class small_buffer : public std::streambuf {
+public:
+    explicit small_buffer(bool broken) : broken_(broken) {}
+
+    std::string calls;
+
+private:
+    std::streamsize transfer(char const* name, std::streamsize size) {
+        calls += name + std::to_string(size) + " ";
+        return broken_ ? throw std::logic_error("broken") : std::exchange(left_, left_ - std::min(size, left_));
+    }
+    std::streamsize xsputn(char const*, std::streamsize size) override {
+        return std::min(size, transfer("put ", size));
+    }
+    std::streamsize xsgetn(char* data, std::streamsize size) override {
+        std::streamsize const there = std::min(size, transfer("get ", size));
+        std::fill_n(data, there, 'd');
+        return there;
+    }
+    int sync() override { return calls += "sync ", 0; }
+
+    bool broken_;
+    std::streamsize left_ = 8;
+};
+
+/// What is told of four transfers on a stream of the given kind, with which another is tied.
+template <class Transfer>
+std::string transfers(int mask, int state, bool broken, bool tied, bool unitbuf, Transfer transfer) {
+    small_buffer buffer(broken), tied_buffer(false);
+    std::ostream tied_stream(&tied_buffer);
+    std::iostream stream(&buffer);
+    stream.setstate(static_cast<std::ios::iostate>(state));
+    stream.tie(tied ? &tied_stream : nullptr);
+    unitbuf ? void(stream << std::unitbuf) : void();
+    std::string told = support::failure_of([&] { stream.exceptions(static_cast<std::ios::iostate>(mask)); });
+    for (int i = 0; i < 4; ++i) {
+        std::string data = "....";
+        told += support::failure_of([&] { transfer(stream, data); }) + data + std::to_string(stream.rdstate()) + " ";
+    }
+    return told + buffer.calls + tied_buffer.calls;
+}
+
+// The standard library's own operations say what is right.
+TEST(blocks, pass_as_write_and_read_let_them_pass) {
+    for (int bits = 0; bits < 8 * 8 * 8; ++bits) {
+        bool const broken = (bits & 1) != 0, tied = (bits & 2) != 0, unitbuf = (bits & 4) != 0;
+        auto const told = [&](auto transfer) {
+            return transfers(bits >> 3 & 7, bits >> 6 & 7, broken, tied, unitbuf, transfer);
+        };
+        EXPECT_EQ(told([](auto& stream, auto& data) { detail::write_block(stream, data.data(), 3); }),
+                  told([](auto& stream, auto& data) { stream.write(data.data(), 3); }))
+            << bits;
+        EXPECT_EQ(told([](auto& stream, auto& data) { detail::read_block(stream, data.data(), 3); }),
+                  told([](auto& stream, auto& data) { stream.read(data.data(), 3); }))
+            << bits;
     }
 }
 

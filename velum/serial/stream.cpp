@@ -1,15 +1,15 @@
+#include <velum/core/detail/required.hpp>
 #include <velum/serial/stream.hpp>
 #include <velum/wire/detail/blocks.hpp>
 
 #include <ios>
-#include <stdexcept>
 
 namespace velum {
 namespace {
 
 template <class Stream>
 Stream& required(boost::shared_ptr<Stream> const& stream) {
-    return stream ? *stream : throw std::runtime_error("stream object has no stream");
+    return detail::required(stream, "stream object has no stream");
 }
 
 }  // namespace

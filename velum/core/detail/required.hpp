@@ -1,14 +1,12 @@
 #pragma once
 
-#include <velum/core/iptr.hpp>
-
 #include <stdexcept>
 
 namespace velum::detail {
 
-/// What `pointer` holds. Throws `std::runtime_error` with the text `otherwise` when that is null.
-template <class T>
-T& required(iptr<T> const& pointer, char const* otherwise) {
+/// What `pointer`, of whatever kind, leads to. Throws `std::runtime_error` with the text `otherwise` when it is null.
+template <class Pointer>
+auto& required(Pointer const& pointer, char const* otherwise) {
     if (!pointer) {
         throw std::runtime_error(otherwise);
     }
