@@ -30,7 +30,7 @@ REACH = {
     "intern 64 known texts, 2 threads": (None, {"*": 0.5}),
     "intern 100,000 new texts": (1.2, {}),
     "intern a million random known texts": (None, {"*": 0.5}),
-    **{f"compare {which} documents, {shape}": (1.3, {"*": 1})
+    **{f"compare {which}, {shape}": (1.3, {"*": 1})
        for which in ("equal", "nearly equal") for shape in ("flat", "1 deep", "4 deep", "16 deep")},
     "create by class identifier": (2.2, {"*": 1}),
     "create through a composite factory": (2.2, {"*": 1}),
@@ -83,11 +83,10 @@ def limit_of(row, name):
 
 def compare(rows, with_instructions):
     """For each row and each other: velum's ratio, by what it was judged, and whether it is in reach."""
-    for row, names in rows.items():
-        if row.startswith("scale") or "velum" not in names:
-            continue
+    for row in filter(rows.get, REACH):
+        names = rows[row]
         own = names["velum"]
-        for name, other in names.items():
+        for name, other in sorted(names.items(), key=lambda each: (each[0] != "floor", each[0])):
             if name == "velum":
                 continue
             ratio, limit, by = own.time / other.time, limit_of(row, name), "time"
@@ -133,6 +132,30 @@ def memory_table():
     return lines
 
 
+def chart(title, lines, unit):
+    """Bars of the given lengths, as text for an SVG file: a label, a length, and what is written behind it."""
+    most, height = max(length for _, length, _ in lines), 20 * len(lines) + 40
+    parts = [f'<svg xmlns="http://www.w3.org/2000/svg" width="760" height="{height}" font-family="sans-serif" '
+             f'font-size="12"><rect width="100%" height="100%" fill="white"/>'
+             f'<text x="10" y="20" font-size="14">{title}</text>']
+    for i, (label, length, text) in enumerate(lines):
+        y, width = 34 + 20 * i, 340 * length / most
+        parts.append(f'<text x="330" y="{y + 11}" text-anchor="end">{label}</text>'
+                     f'<rect x="340" y="{y}" width="{width:.1f}" height="14" fill="#4a7ab5"/>'
+                     f'<text x="{345 + width:.1f}" y="{y + 11}">{text}{unit}</text>')
+    return "\n".join([*parts, "</svg>", ""])
+
+
+def write_charts(results, rows):
+    peers = [(f"{row}: {name}", min(1 / ratio, 8), f"{1 / ratio:.2f}") for row, name, ratio, *_ in results
+             if name not in SHOWN_ONLY | {"floor"} and "nearly" not in row]
+    (ROOT / "docs/peers.svg").write_text(chart("Time of others, as a multiple of velum's (bars end at 8)", peers, ""))
+    scale = [(f"{row[7:]}: {int(size):,}", each.time * 1e9, f"{each.time * 1e9:.0f}")
+             for row, sizes in sorted(rows.items()) if row.startswith("scale")
+             for size, each in sorted(sizes.items(), key=lambda each: int(each[0]))]
+    (ROOT / "docs/scale.svg").write_text(chart("Time for an item, by their number", scale, " ns"))
+
+
 def main():
     parser = argparse.ArgumentParser(prog="bench")
     parser.add_argument("--repetitions", type=int, default=9)
@@ -151,8 +174,7 @@ def main():
             page = re.sub(rf"(<!-- {name} -->\n).*?(<!-- end -->)", lambda m: m[1] + "\n".join(lines) + "\n" + m[2], page,
                           flags=re.DOTALL)
         PAGE.write_text(page)
-        import bench_charts
-        bench_charts.write(ROOT / "docs", results, rows)
+        write_charts(results, rows)
     missed = [f"{row}, {name}: {ratio:.2f} of {limit}" for row, name, ratio, limit, _, _ in results
               if limit and ratio > limit]
     print(*(f"out of reach: {each}" for each in missed), sep="\n")
