@@ -22,7 +22,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 KNOWN = "tests/mutation_survivors.txt"
-SOURCES = {"velum/wire/detail": "reader writer sources sinks arrivals fill", "velum/serial": "serializer",
+SOURCES = {"velum/wire/detail": "reader writer sources sinks blocks arrivals fill",
+           "velum/serial": "serializer object_tables",
            "velum/core": "counted aggregatable iptr destruction atomic_count", "velum/values": "compare",
            "velum/values/detail": "type_tag"}
 COPIED = ["CMakeLists.txt", "cmake", "velum", "tests", "fuzz"]

@@ -16,6 +16,8 @@
 #include <iostream>
 #include <streambuf>
 
+#include <pthread.h>
+
 namespace velum {
 extern guid_t const multi_object_factory_id;
 }
@@ -185,6 +187,38 @@ TEST(blocks, pass_as_write_and_read_let_them_pass) {
             << bits;
     }
 }
+
+#if defined(__GLIBCXX__)
+/// Ends the thread that uses it.
+class last_buffer : public std::streambuf {
+    std::streamsize xsputn(char const*, std::streamsize) override { return end(); }
+    std::streamsize xsgetn(char*, std::streamsize) override { return end(); }
+    static std::streamsize end() {
+        pthread_cancel(pthread_self());
+        pthread_testcancel();
+        return 0;
+    }
+};
+
+void* use_last_buffer(void* reads) {
+    last_buffer buffer;
+    std::iostream stream(&buffer);
+    char data = 0;
+    reads != nullptr ? void(detail::read_block(stream, &data, 1)) : detail::write_block(stream, &data, 1);
+    return nullptr;
+}
+
+TEST(blocks, let_a_thread_end) {
+    int reads = 0;
+    for (int* const how : {&reads, static_cast<int*>(nullptr)}) {
+        pthread_t thread{};
+        ASSERT_EQ(pthread_create(&thread, nullptr, &use_last_buffer, how), 0);
+        void* result = nullptr;
+        pthread_join(thread, &result);
+        EXPECT_EQ(result, PTHREAD_CANCELED);
+    }
+}
+#endif
 
 TEST(count, ends_at_32_bits) {
     EXPECT_EQ(detail::count_of(0xFFFFFFFF), 0xFFFFFFFFU);

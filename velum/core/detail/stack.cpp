@@ -37,7 +37,7 @@ stack_bounds ask_system(stack_place here) {
 }  // namespace
 
 stack_place end_of_stack(stack_place place) {
-    [[gnu::tls_model("initial-exec")]] thread_local constinit stack_bounds bounds;
+    thread_local constinit stack_bounds bounds;
     if (bounds.size == 0) {
         bounds = ask_system(place);
     }

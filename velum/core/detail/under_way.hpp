@@ -35,8 +35,7 @@ protected:
     }
 
 private:
-    // Found without a call: a pointer has its place even in a thread that is older than the library.
-    [[gnu::tls_model("initial-exec")]] inline static thread_local constinit Operation* innermost = nullptr;
+    inline static thread_local constinit Operation* innermost = nullptr;
 
     Operation* around_;
 };
