@@ -95,12 +95,20 @@ private:
     };
 
     /// The serializer as its operations hand it to objects: the outermost holds a reference on it, and those within
-    /// share that. It isn't copied, since it is none of the serializer's state.
+    /// share that. It is none of the serializer's state: a copy or a move leaves both as they are.
     class in_hand {
     public:
         in_hand() = default;
         in_hand(in_hand const&) {}
-        in_hand& operator=(in_hand const&) { return *this; }
+        in_hand(in_hand&&) noexcept {}
+        in_hand& operator=(in_hand const& other) {
+            if (this != &other) {
+                *this = in_hand();
+            }
+            return *this;
+        }
+        in_hand& operator=(in_hand&&) noexcept { return *this; }
+        ~in_hand() = default;
 
         iptr<i_serializer_t> const* holder = nullptr;
     };

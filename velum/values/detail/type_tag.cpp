@@ -45,9 +45,8 @@ static_assert(std::is_trivially_destructible_v<tag_table>);
 int tag_of_key(ustring const& key) {
     static tag_table const by_key = [] {
         tag_table table;
-        value_catalogue::for_each([&table]<class Row>(Row) {
-            table.add(type_key(typeid(typename Row::type)).c_str(), Row::tag);
-        });
+        value_catalogue::for_each(
+            [&table]<class Row>(Row) { table.add(type_key(typeid(typename Row::type)).c_str(), Row::tag); });
         return table;
     }();
     return by_key[key.c_str()];
