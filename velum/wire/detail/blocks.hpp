@@ -9,8 +9,8 @@
 namespace velum::detail {
 
 // What `write` and `read` of a standard stream come to: one call on its buffer, with the same state, exceptions and
-// mask. These build a guard for each call, which does nothing unless another stream is tied to this one or it is flushed
-// after each operation, and costs as much as the transfer of a short field. Only `gcount` isn't kept.
+// mask. These build a guard for each call, which does nothing unless another stream is tied to this one or it is
+// flushed after each operation, and costs as much as the transfer of a short field. Only `gcount` isn't kept.
 
 #if defined(__GLIBCXX__)
 using cancellation = abi::__forced_unwind;  // of the thread, which nobody may stop
