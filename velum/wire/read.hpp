@@ -28,7 +28,7 @@ namespace velum {
 // - `std::bad_alloc`, and what the stream or an object throws.
 // The entries read before a failure are in the map then, and the stream stands behind what was read last, such as the
 // unknown tag. What stands behind a map that was read whole is the caller's to look at. A stream that has failed gives
-// no position before it is cleared.
+// no position before it is cleared. Its state tells of short reads, its `gcount` doesn't.
 //
 // Any number of threads may read at once, each from a stream of its own into a map of its own.
 
