@@ -1,5 +1,6 @@
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/detail/class_ids.hpp>
+#include <velum/core/detail/secret.hpp>
 #include <velum/values/detail/published_index.hpp>
 #include <velum/wire/detail/blocks.hpp>
 #include <velum/wire/detail/count.hpp>
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <deque>
 #include <iostream>
+#include <set>
 #include <streambuf>
 
 #include <pthread.h>
@@ -223,6 +225,21 @@ TEST(blocks, let_a_thread_end) {
     }
 }
 #endif
+
+// Also bytes of zero and the last bytes of a text count.
+TEST(secret_hash, tells_texts_apart) {
+    std::set<std::uint64_t> hashes;
+    std::size_t texts = 0;
+    for (std::size_t size = 0; size < 40; ++size) {
+        for (std::size_t place = 0; place <= size; ++place) {
+            std::string text(size, '\0');
+            text.replace(place, place < size ? 1 : 0, place < size ? "x" : "");
+            hashes.insert(detail::secret_hash(text));
+            ++texts;
+        }
+    }
+    EXPECT_EQ(hashes.size(), texts);
+}
 
 TEST(count, ends_at_32_bits) {
     EXPECT_EQ(detail::count_of(0xFFFFFFFF), 0xFFFFFFFFU);

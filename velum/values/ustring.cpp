@@ -1,3 +1,4 @@
+#include <velum/core/detail/secret.hpp>
 #include <velum/values/detail/interning_mutex.hpp>
 #include <velum/values/detail/published_index.hpp>
 #include <velum/values/ustring.hpp>
@@ -29,7 +30,7 @@ bool ustring::empty() const {
 
 char const* ustring::make_unique(char const* s) {
     std::string_view const text = s;
-    std::size_t const hash = std::hash<std::string_view>{}(text);
+    std::size_t const hash = detail::secret_hash(text);
     text_index& index = known_texts();
     if (std::string const* known = index.find(hash, [text](std::string const& entry) { return entry == text; })) {
         return known->c_str();

@@ -1,6 +1,10 @@
 #include <velum/core/detail/secret.hpp>
 
+#include <algorithm>
+#include <bit>
 #include <chrono>
+#include <cstddef>
+#include <cstring>
 #include <exception>
 #include <random>
 
@@ -19,11 +23,33 @@ std::uint64_t random_bits() {
     }
 }
 
+__extension__ using wide = unsigned __int128;
+
+// Both halves of the product: each bit of it depends on what nobody knows.
+std::uint64_t folded(std::uint64_t a, std::uint64_t b) {
+    wide const product = wide{a} * b;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
+}
+
 }  // namespace
 
 std::uint64_t secret_bits() {
     static std::uint64_t const bits = random_bits() | 0x0101010101010101U;
     return bits;
+}
+
+std::uint64_t secret_hash(std::string_view text) {
+    std::uint64_t const secret = secret_bits();
+    std::uint64_t const factor = std::rotl(secret, 29) | 1U;
+    std::uint64_t hash = secret ^ text.size();
+    while (!text.empty()) {
+        std::uint64_t word = 0;
+        std::size_t const size = std::min(text.size(), sizeof word);
+        std::memcpy(&word, text.data(), size);
+        hash = folded(hash ^ word, factor);
+        text.remove_prefix(size);
+    }
+    return folded(hash, factor);
 }
 
 }  // namespace velum::detail
