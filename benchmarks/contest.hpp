@@ -53,6 +53,20 @@ inline bool enter_held(holder const& entered) {
 
 // Streams over memory that is there already, so that no contender is measured by how it grows.
 
+/// For the floors, which make the same calls: notes the sizes of the blocks that are written to it.
+class noting_buffer : public std::streambuf {
+public:
+    std::vector<std::streamsize> sizes;
+    std::string bytes;
+
+private:
+    std::streamsize xsputn(char const* data, std::streamsize size) override {
+        sizes.push_back(size);
+        bytes.append(data, static_cast<std::size_t>(size));
+        return size;
+    }
+};
+
 class memory_output : private std::streambuf, public std::ostream {
 public:
     explicit memory_output(std::size_t capacity) : std::ostream(this), bytes_(capacity) { rewind(); }

@@ -36,6 +36,7 @@ namespace {
 using contest::enter;
 using contest::memory_input;
 using contest::memory_output;
+using contest::noting_buffer;
 using contest::work;
 
 constexpr std::size_t count = 50'000;
@@ -282,20 +283,6 @@ using std_node = node<std::string, std::array<float, 3>>;
 }  // namespace plain
 
 namespace of_floor {
-
-/// Notes the sizes of the blocks that are written to it.
-class noting_buffer : public std::streambuf {
-public:
-    std::vector<std::streamsize> sizes;
-    std::string bytes;
-
-private:
-    std::streamsize xsputn(char const* data, std::streamsize size) override {
-        sizes.push_back(size);
-        bytes.append(data, static_cast<std::size_t>(size));
-        return size;
-    }
-};
 
 using graph = plain::graph<plain::std_node>;
 

@@ -40,6 +40,7 @@ namespace {
 using contest::enter;
 using contest::memory_input;
 using contest::memory_output;
+using contest::noting_buffer;
 using contest::work;
 
 constexpr int count = 1000;
@@ -178,20 +179,6 @@ bool const entered = enter_on_streams("velum", document, write_document, read_do
 }  // namespace of_velum
 
 namespace of_floor {
-
-/// Notes the sizes of the blocks that are written to it.
-class noting_buffer : public std::streambuf {
-public:
-    std::vector<std::streamsize> sizes;
-    std::string bytes;
-
-private:
-    std::streamsize xsputn(char const* data, std::streamsize size) override {
-        sizes.push_back(size);
-        bytes.append(data, static_cast<std::size_t>(size));
-        return size;
-    }
-};
 
 std::shared_ptr<noting_buffer> noted() {
     auto const buffer = std::make_shared<noting_buffer>();
