@@ -9,6 +9,7 @@
 #include <velum/command/i_command.hpp>
 #include <velum/command/multi_command.hpp>
 #include <velum/core/aggregatable.hpp>
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/atomic_count.hpp>
 #include <velum/core/class_record.hpp>

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <velum/core/aggregatable.hpp>
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/i_serializable.hpp>
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/i_unknown_map.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
-
-#include <boost/any.hpp>
 
 #include <array>
 #include <cstdint>

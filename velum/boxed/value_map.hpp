@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/flat.hpp>
 #include <velum/core/i_serializable.hpp>
@@ -8,8 +9,6 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/values/any_map.hpp>
-
-#include <boost/any.hpp>
 
 #include <array>
 #include <cstdint>

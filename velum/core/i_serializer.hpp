@@ -1,10 +1,9 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/core/i_serializable.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
-
-#include <boost/any.hpp>
 
 #include <functional>
 #include <map>

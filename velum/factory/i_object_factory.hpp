@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/class_record.hpp>
 #include <velum/core/guid.hpp>
@@ -7,8 +8,6 @@
 #include <velum/core/i_unknown_map.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
-
-#include <boost/any.hpp>
 
 #include <map>
 #include <set>

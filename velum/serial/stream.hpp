@@ -1,12 +1,12 @@
 #pragma once
 
 #include <velum/core/aggregatable.hpp>
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/i_unknown_map.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 
-#include <boost/any.hpp>
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <array>

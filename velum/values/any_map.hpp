@@ -1,9 +1,8 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/values/errors.hpp>
 #include <velum/values/ustring.hpp>
-
-#include <boost/any.hpp>
 
 #include <map>
 #include <string>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/core/guid.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
@@ -11,8 +12,6 @@
 #include <velum/values/math/quat.hpp>
 #include <velum/values/math/vec.hpp>
 #include <velum/values/ustring.hpp>
-
-#include <boost/any.hpp>
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,7 @@
 #include <velum/core/detail/stack_guard.hpp>
 #include <velum/values/catalogue.hpp>
 #include <velum/values/compare.hpp>
+#include <velum/values/detail/held.hpp>
 #include <velum/values/detail/type_tag.hpp>
 #include <velum/values/type_key.hpp>
 
@@ -45,7 +46,7 @@ private:
     template <class Row>
     static order compare_held(comparer& self, boost::any const& a, boost::any const& b) {
         using type = typename Row::type;
-        return self.compare(typename Row::shape(), boost::any_cast<type const&>(a), boost::any_cast<type const&>(b));
+        return self.compare(typename Row::shape(), detail::held<type>(a), detail::held<type>(b));
     }
 
     // What has no form below has its own order.

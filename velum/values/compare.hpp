@@ -1,8 +1,7 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
-
-#include <boost/any.hpp>
 
 namespace velum {
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/core/detail/stack_guard.hpp>
 #include <velum/values/catalogue.hpp>
+#include <velum/values/detail/held.hpp>
 #include <velum/wire/detail/arrivals.hpp>
 #include <velum/wire/detail/fill.hpp>
 #include <velum/wire/detail/key_path.hpp>
 #include <velum/wire/detail/triples.hpp>
 #include <velum/wire/detail/value_tag.hpp>
-
-#include <boost/any.hpp>
 
 #include <algorithm>
 #include <array>
@@ -63,7 +63,7 @@ private:
     template <class T>
     VELUM_LEAF static T& make(boost::any& value) {
         value = T();
-        return boost::any_cast<T&>(value);
+        return held<T>(value);
     }
 
     template <class T>

@@ -1,4 +1,3 @@
-#include <velum/values/detail/type_tag.hpp>
 #include <velum/values/errors.hpp>
 #include <velum/values/type_key.hpp>
 #include <velum/wire/detail/value_tag.hpp>
@@ -7,9 +6,8 @@
 
 namespace velum::detail {
 
-int value_tag(boost::any const& value) {
-    int const tag = type_tag(value.type());
-    return tag != 0 ? tag : throw unknown_type(type_key(value.type()));
+void throw_unknown_type(std::type_info const& type) {
+    throw unknown_type(type_key(type));
 }
 
 void throw_unknown_tag(std::uint32_t tag) {

@@ -1,13 +1,13 @@
 #pragma once
 
+#include <velum/core/any.hpp>
 #include <velum/core/detail/stack_guard.hpp>
 #include <velum/values/catalogue.hpp>
+#include <velum/values/detail/held.hpp>
 #include <velum/wire/detail/count.hpp>
 #include <velum/wire/detail/key_path.hpp>
 #include <velum/wire/detail/triples.hpp>
 #include <velum/wire/detail/value_tag.hpp>
-
-#include <boost/any.hpp>
 
 #include <array>
 #include <cstddef>
@@ -50,11 +50,11 @@ private:
 
     template <class Row>
     static void encode(writer& self, boost::any const& value) {
-        auto const& held = boost::any_cast<typename Row::type const&>(value);
+        auto const& payload = held<typename Row::type>(value);
         typename Row::shape const form;
-        check_count(form, held);  // before anything of the value is written
+        check_count(form, payload);  // before anything of the value is written
         self.put_number(std::uint32_t{Row::tag});
-        self.put(form, held);
+        self.put(form, payload);
     }
 
     template <class T>
