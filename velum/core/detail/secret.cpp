@@ -1,6 +1,5 @@
 #include <velum/core/detail/secret.hpp>
 
-#include <algorithm>
 #include <bit>
 #include <chrono>
 #include <cstddef>
@@ -31,6 +30,29 @@ std::uint64_t folded(std::uint64_t a, std::uint64_t b) {
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
 }
 
+template <class Word>
+std::uint64_t word_at(char const* place) {
+    Word word = 0;
+    std::memcpy(&word, place, sizeof word);
+    return word;
+}
+
+// The last bytes of a text, up to 8 of them. Where it has more, or fewer than are read at once, some are read twice.
+std::uint64_t last_word(std::string_view text) {
+    char const* const end = text.data() + text.size();
+    if (text.size() >= 8) {
+        return word_at<std::uint64_t>(end - 8);
+    }
+    if (text.size() >= 4) {
+        return word_at<std::uint32_t>(text.data()) << 32U | word_at<std::uint32_t>(end - 4);
+    }
+    if (text.empty()) {
+        return 0;
+    }
+    auto const byte = [](char const& c) { return std::uint64_t{static_cast<unsigned char>(c)}; };
+    return byte(text.front()) << 16U | byte(text[text.size() / 2]) << 8U | byte(text.back());
+}
+
 }  // namespace
 
 std::uint64_t secret_bits() {
@@ -42,14 +64,12 @@ std::uint64_t secret_hash(std::string_view text) {
     std::uint64_t const secret = secret_bits();
     std::uint64_t const factor = std::rotl(secret, 29) | 1U;
     std::uint64_t hash = secret ^ text.size();
-    while (!text.empty()) {
-        std::uint64_t word = 0;
-        std::size_t const size = std::min(text.size(), sizeof word);
-        std::memcpy(&word, text.data(), size);
-        hash = folded(hash ^ word, factor);
-        text.remove_prefix(size);
+    char const* at = text.data();
+    char const* const end = at + text.size();
+    for (; end - at > 8; at += 8) {
+        hash = folded(hash ^ word_at<std::uint64_t>(at), factor);
     }
-    return folded(hash, factor);
+    return folded(folded(hash ^ last_word(text), factor), factor);
 }
 
 }  // namespace velum::detail

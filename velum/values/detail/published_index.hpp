@@ -21,7 +21,7 @@ public:
     Entry const* find(std::size_t hash, Matches const& matches) const {
         slots const& current = *current_.load(std::memory_order_acquire);
         for (std::size_t i = 0; i < longest_probe; ++i) {
-            slot const& s = current.at(hash + i);
+            slot const& s = current.at(hash, i);
             Entry const* const entry = s.entry.load(std::memory_order_acquire);
             if (entry == nullptr) {
                 return nullptr;
@@ -35,7 +35,7 @@ public:
 
     /// For one thread at a time. Throws `std::bad_alloc` and is unchanged then.
     void add(std::size_t hash, Entry const& entry) {
-        if (2 * (entries_ + 1) > generations_.back()->size) {
+        if (2 * (entries_ + 1) > generations_.back()->size()) {
             grow();
         }
         place(*generations_.back(), hash, &entry);
@@ -51,17 +51,23 @@ private:
         std::atomic<Entry const*> entry = nullptr;
     };
 
+    // Two to the power of `bits` slots. The high bits of a hash tell where its search begins, so that growing goes over
+    // the old slots and the new ones in one order.
     struct slots {
-        explicit slots(std::size_t n) : size(n), all(std::make_unique<slot[]>(n)) {}
-        slot& at(std::size_t i) const { return all[i & (size - 1)]; }
+        explicit slots(unsigned bits_of_size) : bits(bits_of_size), all(std::make_unique<slot[]>(size())) {}
 
-        std::size_t size;  // a power of two
+        std::size_t size() const { return std::size_t{1} << bits; }
+        slot& at(std::size_t hash, std::size_t step) const {
+            return all[((hash >> (64 - bits)) + step) & (size() - 1)];
+        }
+
+        unsigned bits;
         std::unique_ptr<slot[]> all;
     };
 
     static void place(slots const& target, std::size_t hash, Entry const* entry) {
         for (std::size_t i = 0; i < longest_probe; ++i) {
-            slot& s = target.at(hash + i);
+            slot& s = target.at(hash, i);
             if (s.entry.load(std::memory_order_relaxed) == nullptr) {
                 s.hash.store(hash, std::memory_order_relaxed);
                 s.entry.store(entry, std::memory_order_release);
@@ -72,10 +78,10 @@ private:
 
     // A reader may still be in an older generation, so they all stay; together they are smaller than the newest.
     void grow() {
-        auto next = std::make_unique<slots>(generations_.empty() ? 256 : 2 * generations_.back()->size);
+        auto next = std::make_unique<slots>(generations_.empty() ? 8 : generations_.back()->bits + 1);
         if (!generations_.empty()) {
             slots const& last = *generations_.back();
-            for (std::size_t i = 0; i < last.size; ++i) {
+            for (std::size_t i = 0; i < last.size(); ++i) {
                 slot const& s = last.all[i];
                 if (Entry const* const entry = s.entry.load(std::memory_order_relaxed)) {
                     place(*next, s.hash.load(std::memory_order_relaxed), entry);
