@@ -24,6 +24,7 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
+#include <velum/factory/class_table.hpp>
 #include <velum/factory/i_object_factory.hpp>
 #include <velum/factory/multi_object_factory.hpp>
 #include <velum/factory/object_factory.hpp>

@@ -132,7 +132,7 @@ private:
 template <class Object>
 template <class... Arguments>
 iptr<Object> aggregatable_t<Object>::make(iptr<i_unknown_t> const& outer, Arguments&&... arguments) {
-    iptr<Object> object(object_access::make<Object>(outer.get(), std::forward<Arguments>(arguments)...));
+    iptr<Object> const object = object_access::make<Object>(outer.get(), std::forward<Arguments>(arguments)...);
     if (!outer) {
         object_access::control(*object, object.get());
     }
@@ -153,8 +153,7 @@ template <class Object>
 template <class... Arguments>
 bool aggregatable_t<Object>::rebuild_object(iptr<i_unknown_t> const& outer, iptr<i_unknown_t>& out,
                                             Arguments&&... arguments) {
-    out = iptr<i_unknown_t>(make(outer, std::forward<Arguments>(arguments)...).get());
-    return true;
+    return make(outer, std::forward<Arguments>(arguments)...)->query_interface(iid_unknown, &out);
 }
 
 }  // namespace velum

@@ -3,6 +3,7 @@
 #include <velum/core/atomic_count.hpp>
 #include <velum/core/destruction.hpp>
 #include <velum/core/guid.hpp>
+#include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
 
 #include <cstdint>
@@ -33,9 +34,19 @@ struct object_access {
         return object.answers();
     }
 
+    /// A new object. Nobody else knows of it, so its first reference is taken without an indivisible step and without
+    /// `add_ref`, unless its constructor has made it known.
     template <class Object, class... Arguments>
-    static Object* make(Arguments&&... arguments) {
-        return new Object(std::forward<Arguments>(arguments)...);
+    static iptr<Object> make(Arguments&&... arguments) {
+        auto* const object = new Object(std::forward<Arguments>(arguments)...);
+        iptr<Object> holder;
+        if (__atomic_load_n(&object->ref_count, __ATOMIC_RELAXED) != 0) {
+            holder = object;
+        } else {
+            object->ref_count = 1;
+            std::memcpy(static_cast<void*>(&holder), &object, sizeof object);
+        }
+        return holder;
     }
 
     template <class Object>

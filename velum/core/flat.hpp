@@ -21,7 +21,7 @@ public:
     /// the slot untouched, when `outer` isn't null. Reads nothing from `params`.
     static bool create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const& /*params*/,
                                 guid_t const& iid, void* out) {
-        return !outer && iptr<Object>(object_access::make<Object>())->query_interface(iid, out);
+        return !outer && object_access::make<Object>()->query_interface(iid, out);
     }
 
     /// Makes an object whose content `deserialize` reads. False when `outer` isn't null.
@@ -30,7 +30,7 @@ public:
         if (outer) {
             return false;
         }
-        out = iptr<i_unknown_t>(iptr<Object>(object_access::make<Object>()), iid_unknown);
+        object_access::make<Object>()->query_interface(iid_unknown, &out);
         return true;
     }
 };

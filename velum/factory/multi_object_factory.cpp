@@ -45,11 +45,13 @@ void multi_object_factory_t::multi_object_factory_imp_t::register_class(guid_t c
                  [&](i_object_factory_t& own) { own.register_class(clsid, create, class_info, deserialize, init); });
 }
 
-// The route is made before the class is registered, which can't be taken back; what comes behind needs no memory.
+// The route is made before the class is registered, which can't be taken back; what comes behind needs no memory unless
+// the class has registered others meanwhile.
 template <class Register>
 void multi_object_factory_t::multi_object_factory_imp_t::route_to_own(guid_t const& clsid, Register register_class_in) {
     payload.registered_ids.insert(clsid);
-    std::map<guid_t, i_object_factory_t*> route{{clsid, payload.own.get()}};
+    class_table<i_object_factory_t*> route{{clsid, payload.own.get()}};
+    payload.routes.reserve(payload.routes.size() + 1);
     register_class_in(*payload.own);
     payload.routes.erase(clsid);
     payload.routes.merge(route);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <velum/core/aggregatable.hpp>
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/interface_ids.hpp>
+#include <velum/factory/class_table.hpp>
 #include <velum/factory/i_object_factory.hpp>
-
-#include <boost/any.hpp>
 
 #include <array>
 #include <cstdint>
@@ -51,7 +51,7 @@ private:
     struct state {
         iptr<i_object_factory_t> own;
         std::set<iptr<i_object_factory_t>> factories;
-        std::map<guid_t, i_object_factory_t*> routes;  // to what the two members above keep alive
+        class_table<i_object_factory_t*> routes;  // to what the two members above keep alive
         std::set<guid_t> registered_ids;
     };
 

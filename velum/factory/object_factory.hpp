@@ -1,17 +1,14 @@
 #pragma once
 
 #include <velum/core/aggregatable.hpp>
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/interface_ids.hpp>
+#include <velum/factory/class_table.hpp>
 #include <velum/factory/i_object_factory.hpp>
 
-#include <boost/any.hpp>
-#include <boost/unordered_map.hpp>
-
 #include <array>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <map>
 #include <set>
 #include <string>
@@ -47,18 +44,10 @@ private:
         deserialize_function_t deserialize;
     };
 
-    struct by_words {
-        std::size_t operator()(guid_t const& id) const {
-            std::array<std::uint64_t, 2> words{};
-            std::memcpy(words.data(), id.data(), sizeof words);
-            return words[0] ^ words[1];
-        }
-    };
-
     /// Both members have the same identifiers: one enumerates them, the other finds a class.
     struct registry {
         std::set<guid_t> registered_ids;
-        boost::unordered_map<guid_t, class_entry, by_words> classes;
+        class_table<class_entry> classes;
 
         void drop() {
             classes.clear();
