@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -113,10 +114,10 @@ std::vector<Owner> grow() {
 /// Nodes that hold each other in cycles, until the destructor takes these apart.
 template <class Owner>
 struct cyclic_graph {
-    std::vector<Owner> nodes;
+    std::deque<Owner> nodes;  // in which they stay, or all would be counted up and down when it grows
 
     cyclic_graph() = default;
-    explicit cyclic_graph(std::vector<Owner> grown) : nodes(std::move(grown)) {}
+    explicit cyclic_graph(std::vector<Owner> const& grown) : nodes(grown.begin(), grown.end()) {}
     cyclic_graph(cyclic_graph const&) = delete;
     cyclic_graph& operator=(cyclic_graph const&) = delete;
 
@@ -129,8 +130,8 @@ struct cyclic_graph {
 };
 
 /// Finds all nodes, each by the link from its parent, for who gets no more than the root.
-template <class Link, class Owner>
-void collect(Link const& node, std::vector<Owner>& nodes) {
+template <class Link, class Owners>
+void collect(Link const& node, Owners& nodes) {
     nodes.emplace_back(node);
     for (Link const& to : node->links) {
         if (to->parent == node) {
@@ -245,8 +246,7 @@ std::size_t read(std::istream& in) {
     basic_istream_t::create(nullptr, borrowed(in), iid_istream, &origin);
     basic_object_factory_t::create(nullptr, iid_object_factory, &factory);
     auto const rebuild = [&back](auto const&, auto const&, iptr<i_unknown_t>& out) {
-        out = back.nodes.emplace_back(new node).get();
-        return true;
+        return back.nodes.emplace_back(new node)->query_interface(iid_unknown, &out);
     };
     factory->register_class(clsid_node, {}, {}, rebuild, {});
     basic_serializer_t::create(nullptr, origin, factory, 0, iid_serializer, &reader);

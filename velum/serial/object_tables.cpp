@@ -2,6 +2,7 @@
 #include <velum/serial/object_tables.hpp>
 
 #include <algorithm>
+#include <bit>
 
 namespace velum::detail {
 
@@ -28,8 +29,9 @@ void hashed_rows<Row>::set(Row row) {
 template <class Row>
 template <class Key>
 std::size_t hashed_rows<Row>::place_of(Key key) const {
+    // The high bits of a hash tell where the search begins, so that growing goes over both tables in one order.
     std::size_t const last = rows_.size() - 1;
-    std::size_t place = Row::hash_of(key) & last;
+    std::size_t place = Row::hash_of(key) >> (64 - std::bit_width(last));
     while (rows_[place].object.get() != nullptr && rows_[place].key() != key) {
         place = (place + 1) & last;
     }
@@ -49,7 +51,7 @@ void hashed_rows<Row>::grow() {
 
 // Addresses differ in their middle bits; the multiplication brings these to the high ones.
 std::size_t identity_table::row::hash_of(i_unknown_t* identity) {
-    return reinterpret_cast<std::uintptr_t>(identity) * 0x9E3779B97F4A7C15U >> 32U;
+    return reinterpret_cast<std::uintptr_t>(identity) * 0x9E3779B97F4A7C15U;
 }
 
 std::uint64_t const* identity_table::find(i_unknown_t* identity) const {
@@ -63,7 +65,7 @@ void identity_table::set(i_unknown_t* identity, std::uint64_t number) {
 
 // Nobody knows which numbers end in one place.
 std::size_t object_table::row::hash_of(std::uint32_t number) {
-    return number * secret_bits() >> 32U;
+    return number * secret_bits();
 }
 
 void object_table::set(std::uint32_t number, i_unknown_t* object) {

@@ -57,7 +57,7 @@ std::map<std::string, boost::any> const& basic_serializer_t::basic_serializer_im
 // What runs within an operation may drop the last reference that others hold on the serializer.
 class basic_serializer_t::basic_serializer_imp_t::operation {
 public:
-    operation(basic_serializer_imp_t& serializer, stack_guard::reserve kept) : guard(kept), self_(serializer.self_) {
+    explicit operation(basic_serializer_imp_t& serializer) : self_(serializer.self_) {
         if (self_.holder == nullptr) {
             outermost_ = &serializer;
             self_.holder = &outermost_;
@@ -73,19 +73,15 @@ public:
 
     iptr<i_serializer_t> const& self() const { return *self_.holder; }
 
-    stack_guard const guard;
-
 private:
     in_hand& self_;
     iptr<i_serializer_t> outermost_;
 };
 
 void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializable_t> const& object) {
-    operation const writing(*this, stack_guard::reserve::for_writing);
-    stack_guard::level_of_object const level(writing.guard);
+    operation const writing(*this);
     iptr<i_serializable_t> stand_in;
-    bool const is_mapped = map(object, stand_in);
-    i_serializable_t* const meant = is_mapped ? stand_in.get() : object.get();
+    i_serializable_t* const meant = map(object, stand_in) ? stand_in.get() : object.get();
     if (meant == nullptr) {
         write_word(output(), record::null);
         return;
@@ -97,15 +93,17 @@ void basic_serializer_t::basic_serializer_imp_t::write_object(iptr<i_serializabl
         write_word(output(), static_cast<std::uint32_t>(*known));
         return;
     }
-    iptr<i_serializable_t> const held(meant);  // the object may reach the caller's holder while it writes
-    writing.self()->write_object_header(identity);
+    stack_guard const stack(stack_guard::reserve::for_writing);
+    stack_guard::level_of_object const level(stack);
+    writing.self()->write_object_header(identity);  // which keeps the object, whatever becomes of the caller's holder
     meant->serialize(writing.self());
 }
 
 // The object is in the table before its stages are written, so that a reference from inside one is a reference.
 void basic_serializer_t::basic_serializer_imp_t::write_object_header(iptr<i_unknown_t> const& object) {
-    operation const writing(*this, stack_guard::reserve::for_writing);
-    stack_guard::level_of_object const level(writing.guard);
+    operation const writing(*this);
+    stack_guard const stack(stack_guard::reserve::for_writing);
+    stack_guard::level_of_object const level(stack);
     iptr<i_serializable_t> const serializable(object, iid_serializable);
     detail::required(serializable, "object not serializable");
     write_word(output(), record::new_object);
@@ -118,8 +116,7 @@ void basic_serializer_t::basic_serializer_imp_t::write_object_header(iptr<i_unkn
 }
 
 bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable_t>& object) {
-    operation const reading(*this, stack_guard::reserve::for_reading);
-    stack_guard::level const level(reading.guard);
+    operation const reading(*this);
     object = nullptr;
     std::uint32_t const tag = read_word(input());
     if (tag == record::null) {
@@ -130,10 +127,7 @@ bool basic_serializer_t::basic_serializer_imp_t::read_object(iptr<i_serializable
             return false;
         }
     } else {
-        build_object(reading.self(), nullptr)->query_interface(iid_serializable, &object);
-        // A reference of its own: the object may reach the caller's holder while it reads.
-        iptr<i_serializable_t> const built = object;
-        detail::required(built, "object is not deserializable").deserialize(reading.self());
+        read_new_object(reading.self(), object);
     }
     iptr<i_serializable_t> stand_in;
     if (map(object, stand_in)) {
@@ -147,10 +141,21 @@ bool basic_serializer_t::basic_serializer_imp_t::read_reference(iptr<i_serializa
     return detail::required(met, "object not deserialized yet").query_interface(iid_serializable, &object);
 }
 
+void basic_serializer_t::basic_serializer_imp_t::read_new_object(iptr<i_serializer_t> const& reader,
+                                                                 iptr<i_serializable_t>& object) {
+    stack_guard const stack(stack_guard::reserve::for_reading);
+    stack_guard::level const level(stack);
+    // Keeps the object, whatever it does with the caller's holder while it reads.
+    iptr<i_unknown_t> const built = build_object(reader, nullptr);
+    built->query_interface(iid_serializable, &object);
+    detail::required(object, "object is not deserializable").deserialize(reader);
+}
+
 bool basic_serializer_t::basic_serializer_imp_t::read_object_header(iptr<i_unknown_t> const& controlling,
                                                                     iptr<i_unknown_t>& object) {
-    operation const reading(*this, stack_guard::reserve::for_reading);
-    stack_guard::level const level(reading.guard);
+    operation const reading(*this);
+    stack_guard const stack(stack_guard::reserve::for_reading);
+    stack_guard::level const level(stack);
     read_word(input());
     object = build_object(reading.self(), controlling);
     return true;
@@ -225,11 +230,12 @@ i_ostream_t& basic_serializer_t::basic_serializer_imp_t::output() const {
 
 bool basic_serializer_t::basic_serializer_imp_t::map(iptr<i_serializable_t> const& object,
                                                      iptr<i_serializable_t>& stand_in) const {
-    auto const mapper = payload.mapper.shared;
-    if (mapper) {
-        stand_in = (*mapper)(object);
+    if (payload.mapper.shared == nullptr) {
+        return false;
     }
-    return mapper != nullptr;
+    auto const mapper = payload.mapper.shared;  // which it may replace
+    stand_in = (*mapper)(object);
+    return true;
 }
 
 }  // namespace velum

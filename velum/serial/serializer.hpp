@@ -1,6 +1,7 @@
 #pragma once
 
 #include <velum/core/aggregatable.hpp>
+#include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/i_serializable.hpp>
 #include <velum/core/i_serializer.hpp>
@@ -10,8 +11,6 @@
 #include <velum/factory/i_object_factory.hpp>
 #include <velum/serial/object_tables.hpp>
 #include <velum/serial/stream.hpp>
-
-#include <boost/any.hpp>
 
 #include <array>
 #include <cstddef>
@@ -162,6 +161,7 @@ private:
         /// Whether there is a mapper, which then puts `stand_in` in the place of `object`.
         bool map(iptr<i_serializable_t> const& object, iptr<i_serializable_t>& stand_in) const;
         bool read_reference(iptr<i_serializable_t>& object);
+        void read_new_object(iptr<i_serializer_t> const& reader, iptr<i_serializable_t>& object);
         iptr<i_unknown_t> build_object(iptr<i_serializer_t> const& reader, iptr<i_unknown_t> const& controlling);
 
         class operation;

@@ -5,17 +5,21 @@
 
 namespace velum::detail {
 
-stack_guard::room::room(stack_place here) : lowest(end_of_stack(here)), highest(here), is_foreign(lowest == 0) {
-    constexpr std::size_t room_on_foreign_stack = std::size_t{32} * 1024;  // bytes
-    if (is_foreign) {
-        lowest = here - room_on_foreign_stack;
+stack_guard::room::room(stack_place here) : lowest(end_of_stack(here)), highest(here) {
+    if (lowest != 0) {
+        std::size_t const size = here - lowest;
+        lowest_for_reading = lowest + std::max(size / 4, least_stack);
+        lowest_for_writing = lowest + std::max(size / 2, least_stack);
+    } else {
+        constexpr std::size_t size = std::size_t{32} * 1024;  // bytes
+        lowest_for_reading = here - size;
+        lowest_for_writing = lowest_for_reading + size / 3;
+        lowest = lowest_for_reading - foreign_stack;
     }
 }
 
 stack_guard::room const* stack_guard::room::around(stack_place place) {
-    return find([place](room const& at) {
-        return place <= at.highest && place >= at.lowest - (at.is_foreign ? foreign_stack : 0);
-    });
+    return find([place](room const& at) { return place <= at.highest && place >= at.lowest; });
 }
 
 // The limit is a place on the stack and not a distance from where the operation began, so that operations within one
@@ -26,10 +30,7 @@ stack_guard::stack_guard(reserve kept) {
     if (within == nullptr) {
         within = &own_.emplace(here);
     }
-    bool const is_writing = kept == reserve::for_writing;
-    std::size_t const size = within->highest - within->lowest;
-    lowest_ = within->lowest +
-              (within->is_foreign ? (is_writing ? size / 3 : 0) : std::max(size / (is_writing ? 2 : 4), least_stack));
+    lowest_ = kept == reserve::for_writing ? within->lowest_for_writing : within->lowest_for_reading;
 }
 
 void stack_guard::throw_too_deep() {

@@ -59,7 +59,8 @@ private:
 
         stack_place lowest;
         stack_place highest;
-        bool is_foreign;
+        stack_place lowest_for_reading;
+        stack_place lowest_for_writing;
     };
 
     [[noreturn]] static void throw_too_deep();

@@ -13,10 +13,10 @@ public:
     under_way& operator=(under_way const&) = delete;
 
 protected:
-    under_way() : around_(innermost) { innermost = static_cast<Operation*>(this); }
+    under_way() : innermost_(innermost), around_(innermost_) { innermost_ = static_cast<Operation*>(this); }
 
     ~under_way() {
-        for (Operation** link = &innermost; *link != nullptr; link = &(*link)->under_way::around_) {
+        for (Operation** link = &innermost_; *link != nullptr; link = &(*link)->under_way::around_) {
             if (*link == this) {
                 *link = around_;
                 return;
@@ -37,6 +37,7 @@ protected:
 private:
     inline static thread_local constinit Operation* innermost = nullptr;
 
+    Operation*& innermost_;  // looked up once, since a library asks for its address
     Operation* around_;
 };
 
