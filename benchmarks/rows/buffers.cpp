@@ -1,8 +1,7 @@
-#include "../contest.hpp"
+#include "../storing.hpp"
 
 #include <velum/velum.hpp>
 
-#include <QtCore/QBuffer>
 #include <QtCore/QByteArray>
 #include <QtCore/QDataStream>
 #include <QtCore/QMap>
@@ -18,18 +17,15 @@
 #include <cereal/types/vector.hpp>
 
 #include <map>
-#include <memory>
-#include <stdexcept>
+#include <string>
+#include <vector>
 
-// Sixteen buffers of 1 MiB under their names, written to a stream and read back. What is read is new each time, and
-// destroyed within the work.
+// Sixteen buffers of 1 MiB under their names, written to a stream and read back.
 
 namespace {
 
-using contest::enter;
 using contest::memory_input;
 using contest::memory_output;
-using contest::work;
 
 constexpr int count = 16;
 constexpr int size = 1 << 20;
@@ -46,41 +42,16 @@ Map document() {
     return map;
 }
 
-void expect(bool complete) {
-    if (!complete) {
-        throw std::logic_error("buffers are missing");
-    }
-}
-
 /// A stream that lost its place, or a part of what was written, ends in another buffer.
 template <class Buffer>
 bool is_last(Buffer const& buffer) {
     return buffer.size() == size && buffer.back() == count - 1;
 }
 
-/// Enters who writes a document to a sink and reads it from a source. `read` tells whether it was complete.
-///
-/// A reader's bytes come by way of a sink as large as a writer's. When that is freed, the C library decides to keep
-/// freed blocks of such sizes, so a reader finds the heap alike whoever was measured before.
+/// Enters who writes a document and reads it back.
 template <class Sink = memory_output, class Source = memory_input, class Make, class Write, class Read>
 bool enter_both(std::string const& name, Make make, Write write, Read read) {
-    enter({"write buffers", name, count, [=] {
-               auto const out = std::make_shared<Sink>(room);
-               return work([out, write, from = make()] {
-                   out->rewind();
-                   write(*out, from);
-                   expect(out->good());
-               });
-           }});
-    return enter({"read buffers", name, count, [=] {
-                      Sink out(room);
-                      write(out, make());
-                      auto const in = std::make_shared<Source>(out.written());
-                      return work([in, read] {
-                          in->rewind();
-                          expect(read(*in));
-                      });
-                  }});
+    return contest::enter_storing<Sink, Source>({"buffers", count, room}, name, make, write, read);
 }
 
 namespace of_velum {
@@ -171,19 +142,7 @@ namespace of_qt {
 
 using map = QMap<QString, QByteArray>;
 
-/// The sink and the source of Qt. It grows where a stream fails.
-class device : public QBuffer {
-public:
-    explicit device(int capacity) : device(QByteArray(capacity, '\0')) {}
-    explicit device(QByteArray const& bytes) {
-        setData(bytes);
-        open(ReadWrite);
-    }
-
-    void rewind() { seek(0); }
-    bool good() const { return pos() <= room; }
-    QByteArray written() const { return data().left(static_cast<int>(pos())); }
-};
+using device = contest::qt_device;
 
 void write(device& out, map const& from) {
     QDataStream stream(&out);

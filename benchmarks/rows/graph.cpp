@@ -1,8 +1,7 @@
-#include "../contest.hpp"
+#include "../storing.hpp"
 
 #include <velum/velum.hpp>
 
-#include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
 #include <QtCore/QHash>
 #include <QtCore/QString>
@@ -23,18 +22,17 @@
 #include <deque>
 #include <memory>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <unordered_map>
 #include <utility>
 
 // A graph of 50,000 nodes as an editor has them: a name, a place, the parent, and links to others, of which several may
-// go to one. It is written to a stream from its root on and read back. What is read is a new graph each time, and
-// destroyed within the work, by everybody.
+// go to one. It is written to a stream from its root on and read back.
 
 namespace {
 
 using contest::enter;
+using contest::expect;
 using contest::memory_input;
 using contest::memory_output;
 using contest::noting_buffer;
@@ -51,12 +49,12 @@ struct pointers {
 
 /// A tree, the parents before their children, and three links for ten nodes that go to one anywhere before. It isn't
 /// deeper than who writes and reads by recursion can bear.
-std::vector<pointers> draw() {
+std::vector<pointers> draw(std::size_t nodes) {
     constexpr std::size_t deepest = 12;
     std::minstd_rand random(1);
-    std::vector<pointers> drawn(count);
+    std::vector<pointers> drawn(nodes);
     std::vector<std::size_t> path{0};
-    for (std::size_t i = 1; i < count; ++i) {
+    for (std::size_t i = 1; i < nodes; ++i) {
         path.resize(1 + random() % std::min(path.size(), deepest));
         drawn[i].parent = path.back();
         drawn[path.back()].links.push_back(i);
@@ -69,7 +67,7 @@ std::vector<pointers> draw() {
 }
 
 std::vector<pointers> const& drawn() {
-    static std::vector<pointers> const all = draw();
+    static std::vector<pointers> const all = draw(count);
     return all;
 }
 
@@ -84,9 +82,8 @@ std::shared_ptr<Node> link_to(std::shared_ptr<Node> const& node) {
 }
 
 template <class Owner>
-void link_all(std::vector<Owner> const& nodes) {
-    std::vector<pointers> const& all = drawn();
-    for (std::size_t i = 0; i < count; ++i) {
+void link_all(std::vector<Owner> const& nodes, std::vector<pointers> const& all) {
+    for (std::size_t i = 0; i < all.size(); ++i) {
         auto const& [parent, links] = all[i];
         if (i != 0) {
             nodes[i]->parent = link_to(nodes[parent]);
@@ -100,14 +97,14 @@ void link_all(std::vector<Owner> const& nodes) {
 
 /// All nodes, the root first.
 template <class Node, class Owner>
-std::vector<Owner> grow() {
+std::vector<Owner> grow(std::vector<pointers> const& all = drawn()) {
     std::vector<Owner> nodes;
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < all.size(); ++i) {
         Owner const& node = nodes.emplace_back(new Node);
         node->name = ("node " + std::to_string(i)).c_str();
         node->place = {static_cast<float>(i), 0, 1};
     }
-    link_all(nodes);
+    link_all(nodes, all);
     return nodes;
 }
 
@@ -140,35 +137,11 @@ void collect(Link const& node, Owners& nodes) {
     }
 }
 
-void expect(bool complete) {
-    if (!complete) {
-        throw std::logic_error("nodes are missing");
-    }
-}
-
-/// Enters who writes a graph to a sink and reads it from a source. `read` gives the number of nodes.
-///
-/// A reader's bytes come by way of a sink as large as a writer's. When that is freed, the C library decides to keep as
-/// much freed memory, so a reader finds the heap alike whoever was measured before.
+/// Enters who writes a graph and reads it back. `read` gives the number of nodes.
 template <class Sink = memory_output, class Source = memory_input, class Make, class Write, class Read>
 bool enter_both(std::string const& name, Make make, Write write, Read read) {
-    enter({"write graph", name, count, [=] {
-               auto const out = std::make_shared<Sink>(room);
-               return work([out, write, from = std::shared_ptr<decltype(make())>(new auto(make()))] {
-                   out->rewind();
-                   write(*out, *from);
-                   expect(out->good());
-               });
-           }});
-    return enter({"read graph", name, count, [=] {
-                      Sink out(room);
-                      write(out, make());
-                      auto const in = std::make_shared<Source>(out.written());
-                      return work([in, read] {
-                          in->rewind();
-                          expect(read(*in) == count);
-                      });
-                  }});
+    return contest::enter_storing<Sink, Source>({"graph", count, room, "an object of a graph", count}, name, make,
+                                                write, [read](Source& in) { return read(in) == count; });
 }
 
 namespace of_velum {
@@ -220,8 +193,8 @@ private:
 
 using graph = cyclic_graph<iptr<node>>;
 
-graph make() {
-    return graph(grow<node, iptr<node>>());
+graph make(std::vector<pointers> const& all) {
+    return graph(grow<node, iptr<node>>(all));
 }
 
 /// The stream stays the caller's.
@@ -255,7 +228,34 @@ std::size_t read(std::istream& in) {
     return back.nodes.size();
 }
 
-bool const entered = enter_both("velum", make, write, read);
+bool enter_sizes() {
+    for (std::size_t nodes = 1000; nodes <= 2'048'000; nodes *= 2) {
+        std::size_t const bytes = nodes * 100;
+        std::string const size = std::to_string(nodes);
+        enter({"scale, write objects", size, static_cast<double>(nodes), [nodes, bytes] {
+                   auto const out = std::make_shared<memory_output>(bytes);
+                   return work([out, from = contest::keep([nodes] { return make(draw(nodes)); })] {
+                       out->rewind();
+                       write(*out, *from);
+                       expect(out->good());
+                   });
+               }});
+        enter({"scale, read objects", size, static_cast<double>(nodes), [nodes, bytes] {
+                   memory_output out(bytes);
+                   write(out, make(draw(nodes)));
+                   auto const in = std::make_shared<memory_input>(out.written());
+                   return work([in, nodes] {
+                       in->rewind();
+                       expect(read(*in) == nodes);
+                   });
+               }});
+    }
+    return true;
+}
+
+bool const entered = enter_both(
+                         "velum", [] { return make(drawn()); }, write, read) &&
+                     enter_sizes();
 
 }  // namespace of_velum
 
@@ -291,7 +291,7 @@ noting_buffer& calls() {
     static noting_buffer noted;
     if (noted.sizes.empty()) {
         std::ostream stream(&noted);
-        of_velum::write(stream, of_velum::make());
+        of_velum::write(stream, of_velum::make(drawn()));
     }
     return noted;
 }
@@ -335,7 +335,7 @@ std::size_t read(std::istream& in) {
     for (auto& node : nodes) {
         node = std::make_unique<plain::std_node>();
     }
-    link_all(nodes);
+    link_all(nodes, drawn());
     return in.good() ? nodes.size() : 0;
 }
 
@@ -456,19 +456,7 @@ node* get(QDataStream& in, graph& met) {
     return made;
 }
 
-/// The sink and the source of Qt. It grows where a stream fails.
-class device : public QBuffer {
-public:
-    explicit device(std::size_t capacity) : device(QByteArray(static_cast<int>(capacity), '\0')) {}
-    explicit device(QByteArray const& bytes) {
-        setData(bytes);
-        open(ReadWrite);
-    }
-
-    void rewind() { seek(0); }
-    bool good() const { return pos() <= static_cast<qint64>(room); }
-    QByteArray written() const { return data().left(static_cast<int>(pos())); }
-};
+using device = contest::qt_device;
 
 void write(device& out, graph const& from) {
     QDataStream stream(&out);

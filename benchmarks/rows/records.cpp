@@ -1,8 +1,7 @@
-#include "../contest.hpp"
+#include "../storing.hpp"
 
 #include <velum/velum.hpp>
 
-#include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
 #include <QtCore/QUuid>
 #include <QtCore/QVariant>
@@ -27,8 +26,6 @@
 #include <array>
 #include <cstring>
 #include <map>
-#include <memory>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -84,33 +81,11 @@ std::vector<Record> list_of(Record (*make)(int)) {
     return records;
 }
 
-void expect_records(std::size_t records) {
-    if (records != count) {
-        throw std::logic_error("records are missing");
-    }
-}
-
-/// Enters who writes a document to a standard stream and reads it back. `read` gives the number of records.
-template <class Make, class Write, class Read>
-bool enter_on_streams(std::string const& name, Make make, Write write, Read read) {
-    contest::enter_held(
-        {"a value of a record", name, values, [make] { return std::make_shared<decltype(make()) const>(make()); }});
-    enter({"write records", name, count, [=] {
-               auto const out = std::make_shared<memory_output>(room);
-               return work([out, write, from = make()] {
-                   out->rewind();
-                   write(*out, from);
-               });
-           }});
-    return enter({"read records", name, count, [=] {
-                      memory_output out(room);
-                      write(out, make());
-                      auto const in = std::make_shared<memory_input>(out.written());
-                      return work([in, read] {
-                          in->rewind();
-                          expect_records(read(*in));
-                      });
-                  }});
+/// Enters who writes a document and reads it back. `read` gives the number of records.
+template <class Sink = memory_output, class Source = memory_input, class Make, class Write, class Read>
+bool enter_both(std::string const& name, Make make, Write write, Read read) {
+    return contest::enter_storing<Sink, Source>({"records", count, room, "a value of a record", values}, name, make,
+                                                write, [read](Source& in) { return read(in) == count; });
 }
 
 namespace of_velum {
@@ -174,7 +149,7 @@ std::size_t read_document(std::istream& in) {
     return boost::any_cast<std::vector<any_map> const&>(back.at("records")).size();
 }
 
-bool const entered = enter_on_streams("velum", document, write_document, read_document);
+bool const entered = enter_both("velum", document, write_document, read_document);
 
 }  // namespace of_velum
 
@@ -264,7 +239,7 @@ std::size_t read(std::istream& in) {
     return back.size();
 }
 
-bool const entered = enter_on_streams("cereal", plain::document, write, read);
+bool const entered = enter_both("cereal", plain::document, write, read);
 
 }  // namespace of_cereal
 
@@ -317,7 +292,7 @@ std::size_t read(std::istream& in) {
     return back.size();
 }
 
-bool const entered = enter_on_streams("Boost.Serialization", plain::document, write, read);
+bool const entered = enter_both("Boost.Serialization", plain::document, write, read);
 
 }  // namespace of_boost
 
@@ -362,7 +337,7 @@ std::size_t read(std::istream& in) {
     return json::from_cbor(in).size();
 }
 
-bool const entered = enter_on_streams("nlohmann CBOR", document, write, read);
+bool const entered = enter_both("nlohmann CBOR", document, write, read);
 
 }  // namespace of_nlohmann
 
@@ -421,7 +396,7 @@ std::size_t read(std::istream& in) {
     return handle->as<std::vector<record>>().size();
 }
 
-bool const entered = enter_on_streams("msgpack", document, write, read);
+bool const entered = enter_both("msgpack", document, write, read);
 
 }  // namespace of_msgpack
 
@@ -472,35 +447,21 @@ QVariantList document() {
     return records;
 }
 
-std::shared_ptr<QBuffer> buffer_of(QByteArray const& bytes) {
-    auto const buffer = std::make_shared<QBuffer>();
-    buffer->setData(bytes);
-    buffer->open(QIODevice::ReadWrite);
-    return buffer;
+using device = contest::qt_device;
+
+void write(device& out, QVariantList const& from) {
+    QDataStream stream(&out);
+    stream << from;
 }
 
-bool const entered = contest::enter_held({"a value of a record", "QDataStream", values,
-                                          [] { return std::make_shared<QVariantList const>(document()); }}) &&
-                     enter({"write records", "QDataStream", count,
-                            [] {
-                                return work([out = buffer_of(QByteArray(room, '\0')), from = document()] {
-                                    out->seek(0);
-                                    QDataStream stream(out.get());
-                                    stream << from;
-                                });
-                            }}) &&
-                     enter({"read records", "QDataStream", count, [] {
-                                QByteArray bytes;
-                                QDataStream out(&bytes, QIODevice::WriteOnly);
-                                out << document();
-                                return work([in = buffer_of(bytes)] {
-                                    in->seek(0);
-                                    QDataStream stream(in.get());
-                                    QVariantList back;
-                                    stream >> back;
-                                    expect_records(static_cast<std::size_t>(back.size()));
-                                });
-                            }});
+int read(device& in) {
+    QDataStream stream(&in);
+    QVariantList back;
+    stream >> back;
+    return back.size();
+}
+
+bool const entered = enter_both<device, device>("QDataStream", document, write, read);
 
 }  // namespace of_qt
 
