@@ -10,7 +10,8 @@ namespace velum {
 /// The root of all interfaces.
 ///
 /// An object lives while references to it are held and dies by the `release` that drops the last one; nobody deletes
-/// it. Any thread may call the three operations at any time. `iptr` does the counting for its holder.
+/// it. All its interfaces live as long: a pointer to one is good while a reference is held through any of them. Any
+/// thread may call the three operations at any time. `iptr` does the counting for its holder.
 class VELUM_API i_unknown_t {
 public:
     virtual ~i_unknown_t() = default;
