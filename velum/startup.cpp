@@ -5,6 +5,7 @@
 #include <velum/boxed/string.hpp>
 #include <velum/boxed/unknown_map.hpp>
 #include <velum/boxed/value_map.hpp>
+#include <velum/command/i_command.hpp>
 #include <velum/core/class_record.hpp>
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/detail/class_ids.hpp>
@@ -15,7 +16,7 @@
 #include <velum/serial/stream.hpp>
 #include <velum/values/type_key.hpp>
 
-#include <set>
+#include <string>
 
 namespace velum {
 namespace {
@@ -26,6 +27,11 @@ clsid_initializer_t const class_ids;
 // Makes the tables of texts and type keys. Older than the static objects of every module that links the library, they
 // outlive these, whose destructors may intern a text or write a map.
 [[maybe_unused]] ustring const oldest_type = type_key(typeid(void));
+
+template <class Object>
+any_map description_of(char const* name) {
+    return {{"class_name", std::string(name)}, {"supported_interfaces", object_access::identifiers<Object>()}};
+}
 
 }  // namespace
 
@@ -38,19 +44,19 @@ any_map const uany_map_obj_t::_class_info = {
     {"deserialize_function", deserialize_function_t(&uany_map_obj_t::deserialize_function)},
 };
 
-guid_t const iid_unknown("{F39ECE85-3AF5-444c-857E-337C7401A53F}");
-guid_t const iid_unknown_map("{1B0392AD-BC33-4b95-8094-D69C6B48BD46}");
-guid_t const iid_uany_map("{D2873496-E7B0-4909-AB10-C315479EFD64}");
-guid_t const iid_string("{7DBD8CA5-357A-4c94-ACB8-EFDC52A200F9}");
-guid_t const iid_serializer("{F8FCB0EC-8623-47ff-9A87-44F6E0EB7678}");
-guid_t const iid_serializable("{E74D82CA-AEC9-456e-839F-04083BE78184}");
-guid_t const iid_ostream("{F78DE13D-0868-457b-852D-1C518A4BD020}");
-guid_t const iid_object_factory("{C6291C66-D18B-4277-99D2-9D678A8B1F80}");
-guid_t const iid_istream("{BD70DD7C-A817-4dc7-BBD9-F1B4FBCC302D}");
+guid_t const iid_unknown = iid_of<i_unknown_t>;
+guid_t const iid_unknown_map = iid_of<i_unknown_map_t>;
+guid_t const iid_uany_map = iid_of<i_uany_map_t>;
+guid_t const iid_string = iid_of<i_string_t>;
+guid_t const iid_serializer = iid_of<i_serializer_t>;
+guid_t const iid_serializable = iid_of<i_serializable_t>;
+guid_t const iid_ostream = iid_of<i_ostream_t>;
+guid_t const iid_object_factory = iid_of<i_object_factory_t>;
+guid_t const iid_istream = iid_of<i_istream_t>;
 guid_t const iid_status("{1AE9BECD-001C-423b-8E75-47F60E5F0BF4}");
-guid_t const iid_command("{46A018C7-A324-4bea-9BFC-BED277A851D4}");
+guid_t const iid_command = iid_of<i_command_t>;
 guid_t const iid_event("{4538DD9D-F8F8-4a8f-B0D5-3614ED613F30}");
-guid_t const iid_event_handler("{FC5C9CA2-2CE4-466b-9B40-F887A093C179}");
+guid_t const iid_event_handler = iid_of<i_event_handler_t>;
 guid_t const iid_context("{A8081763-A312-40BC-8F5A-14835C4942EF}");
 guid_t const iid_command_manager("{2DE71A96-D2F6-4542-93CA-E62C3C0303A5}");
 
@@ -58,40 +64,13 @@ guid_t const iid_command_manager("{2DE71A96-D2F6-4542-93CA-E62C3C0303A5}");
 extern guid_t const multi_object_factory_id;
 guid_t const multi_object_factory_id("{5107CBDF-4A51-41a4-B489-78E62F7BD2DC}");
 
-// The records that describe a class list interface identifiers.
-any_map const basic_istream_t::class_info = {
-    {"class_name", std::string("basic_istream")},
-    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_istream}},
-};
-
-any_map const basic_object_factory_t::class_info = {
-    {"class_name", std::string("basic_object_factory")},
-    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_object_factory}},
-};
-
-any_map const basic_ostream_t::class_info = {
-    {"class_name", std::string("basic_ostream")},
-    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_ostream}},
-};
-
-any_map const basic_serializer_t::class_info = {
-    {"class_name", std::string("basic_serializer")},
-    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_serializer}},
-};
-
-any_map const basic_string_t::class_info = {
-    {"class_name", std::string("basic_string")},
-    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_string, iid_serializable}},
-};
-
-any_map const basic_unknown_map_t::class_info = {
-    {"class_name", std::string("basic_unknown_map")},
-    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_unknown_map, iid_serializable}},
-};
-
-any_map const multi_object_factory_t::class_info = {
-    {"class_name", std::string("multi_object_factory")},
-    {"supported_interfaces", std::set<guid_t>{iid_unknown, iid_object_factory}},
-};
+// The records that describe a class.
+any_map const basic_istream_t::class_info = description_of<basic_istream_t>("basic_istream");
+any_map const basic_object_factory_t::class_info = description_of<basic_object_factory_t>("basic_object_factory");
+any_map const basic_ostream_t::class_info = description_of<basic_ostream_t>("basic_ostream");
+any_map const basic_serializer_t::class_info = description_of<basic_serializer_t>("basic_serializer");
+any_map const basic_string_t::class_info = description_of<basic_string_t>("basic_string");
+any_map const basic_unknown_map_t::class_info = description_of<basic_unknown_map_t>("basic_unknown_map");
+any_map const multi_object_factory_t::class_info = description_of<multi_object_factory_t>("multi_object_factory");
 
 }  // namespace velum

@@ -21,6 +21,8 @@
 #include <velum/core/i_serializable.hpp>
 #include <velum/core/i_serializer.hpp>
 #include <velum/core/i_unknown_map.hpp>
+#include <velum/core/iid_of.hpp>
+#include <velum/core/implements.hpp>
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>

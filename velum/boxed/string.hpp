@@ -9,7 +9,6 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -23,6 +22,9 @@ public:
     virtual std::string& string() = 0;
     virtual std::string const& string() const = 0;
 };
+
+template <>
+inline constexpr guid_t iid_of<i_string_t>{"{7DBD8CA5-357A-4c94-ACB8-EFDC52A200F9}"};
 
 /// The boxed string: any bytes, NUL included. It answers `iid_unknown`, `iid_string` and `iid_serializable`, can be
 /// aggregated, and is stored as the word 0x00010000, a 32-bit length and the bytes.
@@ -62,12 +64,6 @@ private:
         void serialize(iptr<i_serializer_t> const& s) const override;
         void deserialize(iptr<i_serializer_t> const& s) override;
     };
-
-    std::array<answer_t, 3> answers() {
-        return {{{iid_unknown, this},
-                 {iid_string, side_of<i_string_t>(imp)},
-                 {iid_serializable, side_of<i_serializable_t>(imp)}}};
-    }
 
     basic_string_imp_t imp;
     std::int32_t ref_count = 0;

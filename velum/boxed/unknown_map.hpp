@@ -9,7 +9,6 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -63,12 +62,6 @@ private:
         void serialize(iptr<i_serializer_t> const& s) const override;
         void deserialize(iptr<i_serializer_t> const& s) override;
     };
-
-    std::array<answer_t, 3> answers() {
-        return {{{iid_unknown, this},
-                 {iid_unknown_map, side_of<i_unknown_map_t>(imp)},
-                 {iid_serializable, side_of<i_serializable_t>(imp)}}};
-    }
 
     basic_unknown_map_imp_t imp;
     std::int32_t ref_count = 0;

@@ -10,7 +10,6 @@
 #include <velum/core/iptr.hpp>
 #include <velum/values/any_map.hpp>
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -23,6 +22,9 @@ public:
     /// The map itself, valid as long as a reference on the object is held.
     virtual std::map<ustring, boost::any> const& map() const = 0;
 };
+
+template <>
+inline constexpr guid_t iid_of<i_uany_map_t>{"{D2873496-E7B0-4909-AB10-C315479EFD64}"};
 
 /// The boxed value map. It answers `iid_unknown`, `iid_serializable` and `iid_uany_map`, can't be aggregated, and is
 /// stored as the word 0x00010000 and the map. Only `deserialize` changes it: it merges what it reads into the map. A
@@ -57,12 +59,6 @@ protected:
 
 private:
     friend object_access;
-
-    std::array<answer_t, 3> answers() {
-        return {{{iid_unknown, side_of<i_uany_map_t>(*this)},
-                 {iid_serializable, side_of<i_serializable_t>(*this)},
-                 {iid_uany_map, side_of<i_uany_map_t>(*this)}}};
-    }
 
     std::map<ustring, boost::any> payload;
     std::int32_t ref_count = 0;

@@ -6,7 +6,6 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 
-#include <array>
 #include <cstdint>
 
 namespace velum {
@@ -29,8 +28,6 @@ protected:
 
 private:
     friend object_access;
-
-    std::array<answer_t, 1> answers() { return {{{iid_command, this}}}; }
 
     std::int32_t ref_count = 0;
     iptr<i_event_handler_t> handler_;

@@ -14,7 +14,13 @@ public:
     virtual void undo_it() = 0;
 };
 
+template <>
+inline constexpr guid_t iid_of<i_command_t>{"{46A018C7-A324-4bea-9BFC-BED277A851D4}"};
+
 /// Whoever wants to hear of commands (`iid_event_handler`); what it hears is between a command and its handler.
 class VELUM_API i_event_handler_t : public i_unknown_t {};
+
+template <>
+inline constexpr guid_t iid_of<i_event_handler_t>{"{FC5C9CA2-2CE4-466b-9B40-F887A093C179}"};
 
 }  // namespace velum

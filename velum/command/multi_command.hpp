@@ -6,7 +6,6 @@
 #include <velum/core/interface_ids.hpp>
 #include <velum/core/iptr.hpp>
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -38,8 +37,6 @@ public:
 
 private:
     friend object_access;
-
-    std::array<answer_t, 1> answers() { return {{{iid_command, this}}}; }
 
     std::int32_t ref_count = 0;
     std::vector<iptr<i_command_t>> list_;

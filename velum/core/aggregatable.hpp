@@ -48,7 +48,6 @@ namespace velum {
 //
 //     private:
 //         friend object_access;
-//         std::array<answer_t, 1> answers() { return {{{iid_unknown, this}}}; }
 //         iptr<i_unknown_t> title_;
 //         std::int32_t ref_count = 0;
 //     };
@@ -61,6 +60,8 @@ namespace velum {
 template <class Payload, class... Interfaces>
 class nested_t : public Interfaces... {
 public:
+    using interfaces = interface_list<Interfaces...>;
+
     template <class... Arguments>
     explicit nested_t(i_unknown_t* controlling, Arguments&&... arguments)
         : payload(std::forward<Arguments>(arguments)...), outer(controlling) {}
@@ -93,7 +94,7 @@ public:
     std::int32_t add_ref() override { return outer->add_ref(); }
     std::int32_t release() override { return outer->release(); }
 
-    Payload payload;
+    [[no_unique_address]] Payload payload;
 
     /// The controlling unknown, without a reference.
     i_unknown_t* outer;
@@ -109,12 +110,27 @@ private:
 /// The outer object of an aggregatable class: identity, count and the ways to make one.
 ///
 /// `Object` derives from `aggregatable_t<Object>`, befriends `object_access` and has, in this order, its nested object
-/// `imp` and `std::int32_t ref_count = 0`; further `answers()`, and a constructor whose first argument, the controlling
-/// unknown, goes to `imp` as it is, even null. Copies and moves go member by member, `outer` and `ref_count` included:
-/// they are for objects that no `iptr` holds.
+/// `imp` and `std::int32_t ref_count = 0`; further a constructor whose first argument, the controlling unknown, goes to
+/// `imp` as it is, even null. It answers `iid_unknown` and the interfaces of `imp`. Copies and moves go member by
+/// member, `outer` and `ref_count` included: they are for objects that no `iptr` holds.
 template <class Object>
 class aggregatable_t : public counted_t<Object, i_unknown_t> {
+public:
+    /// For `make`: an object that is its own controlling unknown. `arguments` are those of the constructor behind the
+    /// first.
+    template <class... Arguments>
+    static iptr<Object> make_alone(Arguments&&... arguments) {
+        return make(nullptr, std::forward<Arguments>(arguments)...);
+    }
+
 protected:
+    i_unknown_t* find_side(guid_t const& iid) {
+        auto& imp = object_access::nested(this->object());
+        return iid == detail::required_iid_of<i_unknown_t>()
+                   ? this
+                   : std::remove_reference_t<decltype(imp)>::interfaces::find(imp, iid);
+    }
+
     /// Makes an object and asks it for `iid` into the slot `out`. False when it doesn't have the interface; false, with
     /// the slot untouched, when `outer` isn't null and `iid` isn't `iid_unknown`.
     template <class... Arguments>

@@ -3,12 +3,15 @@
 #include <velum/core/atomic_count.hpp>
 #include <velum/core/destruction.hpp>
 #include <velum/core/guid.hpp>
+#include <velum/core/iid_of.hpp>
 #include <velum/core/iptr.hpp>
 #include <velum/core/unknown.hpp>
 
 #include <cstdint>
 #include <cstring>
+#include <set>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace velum {
@@ -29,9 +32,14 @@ struct object_access {
         return object.ref_count;
     }
 
+    /// The pointer that stands for `iid`, or null.
     template <class Object>
-    static auto answers(Object& object) {
-        return object.answers();
+    static i_unknown_t* find(Object& object, guid_t const& iid) {
+        if constexpr (requires { object.answers(); }) {
+            return find_answer(object.answers(), iid);
+        } else {
+            return object.find_side(iid);
+        }
     }
 
     /// A new object. Nobody else knows of it, so its first reference is taken without an indivisible step and without
@@ -49,6 +57,31 @@ struct object_access {
         return holder;
     }
 
+    /// Calls `maker` with `argument` if an `Object` can be made from that, otherwise with nothing.
+    template <class Object, class Argument, class Maker>
+    static auto pass_if_taken(Argument const& argument, Maker maker) {
+        if constexpr (requires { new Object(argument); }) {
+            return maker(argument);
+        } else {
+            return maker();
+        }
+    }
+
+    template <class Object>
+    static auto& nested(Object& object) {
+        return object.imp;
+    }
+
+    /// What an object made from `flat_t` or `aggregatable_t` answers by itself.
+    template <class Object>
+    static std::set<guid_t> identifiers() {
+        if constexpr (requires { typename Object::interfaces; }) {
+            return Object::interfaces::identifiers();
+        } else {
+            return decltype(Object::imp)::interfaces::identifiers();
+        }
+    }
+
     template <class Object>
     static void control(Object& object, i_unknown_t* outer) {
         object.imp.outer = outer;
@@ -61,41 +94,95 @@ i_unknown_t* side_of(Object& object) {
     return static_cast<Interface*>(&object);
 }
 
-/// `query_interface` over the answers of a class, tried in their order; see `i_unknown_t` for what becomes of the slot.
-/// An interface derives from `i_unknown_t` alone, so its pointer and that of its base are one and the same.
-template <class Answers>
-bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
-    i_unknown_t* pointer = nullptr;
-    std::memcpy(&pointer, out, sizeof pointer);
-    if (pointer != nullptr) {
-        pointer->release();
-        pointer = nullptr;
-        std::memcpy(out, &pointer, sizeof pointer);
+namespace detail {
+
+template <class First, class Second>
+constexpr bool have_identifiers_of_their_own() {
+    static_assert(std::is_same_v<First, Second> || required_iid_of<First>() != required_iid_of<Second>(),
+                  "these two interfaces of a class have the same identifier");
+    return true;
+}
+
+}  // namespace detail
+
+/// The interfaces of a class, by the identifiers that `iid_of` ties to them. Each must have one of its own.
+template <class... Interfaces>
+struct interface_list {
+    /// The side of an object that has them all for `iid`, or null.
+    template <class Object>
+    static i_unknown_t* find(Object& object, guid_t const& iid) {
+        static_assert((are_distinct<Interfaces>() && ...));
+        i_unknown_t* side = nullptr;
+        auto const matches = [&]<class Interface>(Interface* /*unused*/) {
+            side = iid == detail::required_iid_of<Interface>() ? side_of<Interface>(object) : nullptr;
+            return side != nullptr;
+        };
+        static_cast<void>((matches(static_cast<Interfaces*>(nullptr)) || ...));
+        return side;
     }
-    auto const matches = [&](answer_t const& a) {
-        pointer = a.iid == iid ? a.pointer : nullptr;
-        return pointer != nullptr;
-    };
-    bool const found = std::apply([&](auto const&... a) { return (matches(a) || ...); }, answers);
-    if (found) {
+
+    /// Theirs and `iid_unknown`.
+    static std::set<guid_t> identifiers() {
+        return {detail::required_iid_of<i_unknown_t>(), detail::required_iid_of<Interfaces>()...};
+    }
+
+    template <class Interface>
+    static constexpr bool contains = (std::is_same_v<Interface, Interfaces> || ...);
+
+private:
+    template <class Interface>
+    static constexpr bool are_distinct() {
+        return detail::have_identifiers_of_their_own<Interface, i_unknown_t>() &&
+               (detail::have_identifiers_of_their_own<Interface, Interfaces>() && ...);
+    }
+};
+
+/// The end of `query_interface`: puts `pointer` into the slot `out`; see `i_unknown_t` for what becomes of the slot. An
+/// interface derives from `i_unknown_t` alone, so its pointer and that of its base are one and the same.
+inline bool fill_slot(void* out, i_unknown_t* pointer) {
+    i_unknown_t* held = nullptr;
+    std::memcpy(&held, out, sizeof held);
+    if (held != nullptr) {
+        held->release();
+        held = nullptr;
+        std::memcpy(out, &held, sizeof held);
+    }
+    if (pointer != nullptr) {
         std::memcpy(out, &pointer, sizeof pointer);
         pointer->add_ref();
     }
-    return found;
+    return pointer != nullptr;
+}
+
+/// The pointer that stands for `iid` among `answers`, tried in their order, or null.
+template <class Answers>
+i_unknown_t* find_answer(Answers const& answers, guid_t const& iid) {
+    for (answer_t const& answer : answers) {
+        if (answer.iid == iid && answer.pointer != nullptr) {
+            return answer.pointer;
+        }
+    }
+    return nullptr;
+}
+
+/// `query_interface` over the answers of a class.
+template <class Answers>
+bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
+    return fill_slot(out, find_answer(answers, iid));
 }
 
 /// The three operations of `i_unknown_t` for a class `Object` that counts its own references.
 ///
 /// `Object` derives from `counted_t<Object, its interfaces...>`, befriends `object_access` and has
 /// - `std::int32_t ref_count = 0`, which starts at 0: the first `iptr` makes it 1,
-/// - `answers()`, which gives a `std::array` of `answer_t`.
+/// - `answers()`, which gives a `std::array` of `answer_t`, if it answers anything else than its interfaces.
 /// It must not put an `iptr` on itself in its constructor or destructor, since the count would pass 0 there.
 /// Writers of classes use it through `aggregatable_t` or `flat_t`.
 template <class Object, class... Interfaces>
 class counted_t : public Interfaces... {
 public:
     bool query_interface(guid_t const& iid, void* out) override {
-        return answer_query(object_access::answers(object()), iid, out);
+        return fill_slot(out, object_access::find(object(), iid));
     }
 
     std::int32_t add_ref() override { return atomic_increment(object_access::ref_count(object())); }
@@ -109,8 +196,20 @@ public:
         return count;
     }
 
-private:
+protected:
+    i_unknown_t* find_side(guid_t const& iid) { return interface_list<Interfaces...>::find(object(), iid); }
+
     Object& object() { return static_cast<Object&>(*this); }
 };
+
+/// A new object of the class `Object`, which stands alone.
+template <class Object, class... Arguments>
+iptr<Object> make(Arguments&&... arguments) {
+    if constexpr (requires { Object::make_alone(std::forward<Arguments>(arguments)...); }) {
+        return Object::make_alone(std::forward<Arguments>(arguments)...);
+    } else {
+        return object_access::make<Object>(std::forward<Arguments>(arguments)...);
+    }
+}
 
 }  // namespace velum

@@ -26,4 +26,7 @@ public:
     virtual void deserialize(iptr<i_serializer_t> const& s) = 0;
 };
 
+template <>
+inline constexpr guid_t iid_of<i_serializable_t>{"{E74D82CA-AEC9-456e-839F-04083BE78184}"};
+
 }  // namespace velum

@@ -64,4 +64,7 @@ public:
     virtual void set_object_mapper(object_mapper_t const& mapper) = 0;
 };
 
+template <>
+inline constexpr guid_t iid_of<i_serializer_t>{"{F8FCB0EC-8623-47ff-9A87-44F6E0EB7678}"};
+
 }  // namespace velum

@@ -17,4 +17,7 @@ public:
     virtual iptr<i_unknown_t> get(std::string const& key) = 0;
 };
 
+template <>
+inline constexpr guid_t iid_of<i_unknown_map_t>{"{1B0392AD-BC33-4b95-8094-D69C6B48BD46}"};
+
 }  // namespace velum

@@ -2,13 +2,21 @@
 
 #include <velum/core/api.hpp>
 #include <velum/core/guid.hpp>
+#include <velum/core/iid_of.hpp>
 
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <typeinfo>
 #include <utility>
 
 namespace velum {
+namespace detail {
+
+/// Throws what `iptr::as` does.
+[[noreturn]] VELUM_API void refuse_interface(std::type_info const& wanted, guid_t const& iid, bool is_null);
+
+}  // namespace detail
 
 /// Holds one reference on an object through its interface `T`, or null.
 ///
@@ -55,6 +63,23 @@ public:
     T& operator*() const { return *pointer_; }
     T* operator->() const { return pointer_; }
     explicit operator bool() const { return pointer_ != nullptr; }
+
+    /// The interface `U` of the object, by the identifier that `iid_of` ties to it. Throws `std::runtime_error`, which
+    /// names the interface, when the object doesn't have it and when there is no object.
+    template <class U>
+    iptr<U> as() const {
+        iptr<U> other = try_as<U>();
+        if (!other) {
+            detail::refuse_interface(typeid(U), detail::required_iid_of<U>(), pointer_ == nullptr);
+        }
+        return other;
+    }
+
+    /// The same, but null when the object doesn't have the interface and when there is no object.
+    template <class U>
+    iptr<U> try_as() const {
+        return iptr<U>(*this, detail::required_iid_of<U>());
+    }
 
     /// Compares addresses; null comes first. Two interfaces of one object differ: compare what both answer to
     /// `iid_unknown` to learn whether two pointers reach the same object.

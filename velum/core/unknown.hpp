@@ -2,6 +2,7 @@
 
 #include <velum/core/api.hpp>
 #include <velum/core/guid.hpp>
+#include <velum/core/iid_of.hpp>
 
 #include <cstdint>
 
@@ -34,5 +35,8 @@ protected:
     i_unknown_t(i_unknown_t const&) = default;
     i_unknown_t& operator=(i_unknown_t const&) = default;
 };
+
+template <>
+inline constexpr guid_t iid_of<i_unknown_t>{"{F39ECE85-3AF5-444c-857E-337C7401A53F}"};
 
 }  // namespace velum

@@ -69,4 +69,7 @@ public:
     virtual std::map<std::string, boost::any> const& class_info(guid_t const& clsid) const = 0;
 };
 
+template <>
+inline constexpr guid_t iid_of<i_object_factory_t>{"{C6291C66-D18B-4277-99D2-9D678A8B1F80}"};
+
 }  // namespace velum

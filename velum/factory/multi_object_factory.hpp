@@ -7,7 +7,6 @@
 #include <velum/factory/class_table.hpp>
 #include <velum/factory/i_object_factory.hpp>
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -75,8 +74,6 @@ private:
         void route_to_own(guid_t const& clsid, Register register_class_in);
         i_object_factory_t& route_of(guid_t const& clsid) const;
     };
-
-    std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_object_factory, &imp}}}; }
 
     multi_object_factory_imp_t imp;
     std::int32_t ref_count = 0;

@@ -74,8 +74,6 @@ private:
         class_entry const& find(guid_t const& clsid) const;
     };
 
-    std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_object_factory, &imp}}}; }
-
     basic_object_factory_imp_t imp;
     std::int32_t ref_count = 0;
 };

@@ -12,7 +12,6 @@
 #include <velum/serial/object_tables.hpp>
 #include <velum/serial/stream.hpp>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -167,8 +166,6 @@ private:
         class operation;
         in_hand self_;
     };
-
-    std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_serializer, &imp}}}; }
 
     basic_serializer_imp_t imp;
     std::int32_t ref_count = 0;

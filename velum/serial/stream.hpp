@@ -9,7 +9,6 @@
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 
-#include <array>
 #include <cstdint>
 #include <istream>
 #include <map>
@@ -34,6 +33,9 @@ public:
     virtual void read(char* data, long long count) = 0;
 };
 
+template <>
+inline constexpr guid_t iid_of<i_istream_t>{"{BD70DD7C-A817-4dc7-BBD9-F1B4FBCC302D}"};
+
 /// A stream to write to (`iid_ostream`).
 class VELUM_API i_ostream_t : public i_unknown_t {
 public:
@@ -43,6 +45,9 @@ public:
     virtual void write(char const* data, long long count) = 0;
     virtual void flush() = 0;
 };
+
+template <>
+inline constexpr guid_t iid_of<i_ostream_t>{"{F78DE13D-0868-457b-852D-1C518A4BD020}"};
 
 /// The input stream object. It answers `iid_unknown` and `iid_istream`, and can be aggregated. Without a stream every
 /// operation throws `std::runtime_error` ("stream object has no stream"). A copy shares the stream; a move takes it.
@@ -76,8 +81,6 @@ private:
         void read(char* data, long long count) override;
     };
 
-    std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_istream, &imp}}}; }
-
     basic_istream_imp_t imp;
     std::int32_t ref_count = 0;
 };
@@ -106,8 +109,6 @@ private:
         void write(char const* data, long long count) override;
         void flush() override;
     };
-
-    std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_ostream, &imp}}}; }
 
     basic_ostream_imp_t imp;
     std::int32_t ref_count = 0;
