@@ -23,7 +23,6 @@ public:
 
 private:
     friend velum::object_access;
-    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
     std::int32_t ref_count = 0;
 };
 

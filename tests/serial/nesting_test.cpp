@@ -56,7 +56,7 @@ struct by_head : velum::flat_t<by_head, velum::i_serializable_t> {
             held->deserialize(s);
         }
     }
-    std::array<velum::answer_t, 2> answers() { return {{{velum::iid_unknown, this}, {velum::iid_serializable, this}}}; }
+    friend velum::object_access;
     std::int32_t ref_count = 0;
 };
 
@@ -223,7 +223,7 @@ struct heavy : velum::flat_t<heavy, velum::i_unknown_t> {
         held = nullptr;
     }
     object_ptr held;
-    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
+    friend velum::object_access;
     std::int32_t ref_count = 0;
 };
 
@@ -255,7 +255,7 @@ struct wanderer : velum::flat_t<wanderer, velum::i_unknown_t> {
         EXPECT_EQ(panel_t::alive, 0) << "what dies on another stack doesn't wait for this one";
     }
     object_ptr held;
-    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
+    friend velum::object_access;
     std::int32_t ref_count = 0;
 };
 
@@ -277,7 +277,7 @@ struct hungry : velum::flat_t<hungry, velum::i_unknown_t> {
         held = nullptr;
     }
     object_ptr held;
-    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
+    friend velum::object_access;
     std::int32_t ref_count = 0;
 };
 

@@ -2,7 +2,6 @@
 
 #include "support/serializers.hpp"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -59,8 +58,6 @@ public:
 private:
     friend velum::object_access;
 
-    std::array<velum::answer_t, 2> answers() { return {{{velum::iid_unknown, this}, {velum::iid_serializable, this}}}; }
-
     std::int32_t ref_count = 0;
 };
 
@@ -76,9 +73,7 @@ inline object_factory node_factory() {
 }
 
 inline serializable boxed_text(std::string const& text) {
-    serializable boxed;
-    velum::basic_string_t::create(nullptr, text, velum::iid_serializable, &boxed);
-    return boxed;
+    return velum::make<velum::basic_string_t>(text).as<velum::i_serializable_t>();
 }
 
 inline std::string text_in(auto const& boxed) {
@@ -86,9 +81,7 @@ inline std::string text_in(auto const& boxed) {
 }
 
 inline object_map new_object_map() {
-    object_map map;
-    velum::basic_unknown_map_t::create(nullptr, velum::iid_unknown_map, &map);
-    return map;
+    return velum::make<velum::basic_unknown_map_t>().as<velum::i_unknown_map_t>();
 }
 
 inline object_ptr identity_of(auto const& of) {

@@ -31,8 +31,6 @@ public:
 private:
     friend velum::object_access;
 
-    std::array<velum::answer_t, 1> answers() { return {{{velum::iid_unknown, this}}}; }
-
     velum::iptr<i_unknown_t> part_;
     std::int32_t ref_count = 0;
 };

@@ -3,7 +3,6 @@
 #include <velum/velum.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -53,10 +52,6 @@ public:
 
 private:
     friend velum::object_access;
-
-    std::array<velum::answer_t, 1> answers() {
-        return {{{velum::iid_unknown, velum::side_of<velum::i_istream_t>(*this)}}};
-    }
 
     std::size_t transfer(long long size) {
         bool const fails = transfers_left-- == 0;

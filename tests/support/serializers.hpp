@@ -14,8 +14,7 @@ using object_factory = velum::iptr<velum::i_object_factory_t>;
 
 /// A factory that knows all boxed classes.
 inline object_factory new_factory() {
-    object_factory factory;
-    velum::basic_object_factory_t::create(nullptr, velum::iid_object_factory, &factory);
+    auto const factory = velum::make<velum::basic_object_factory_t>().as<velum::i_object_factory_t>();
     factory->register_class(velum::uany_map_obj_t::_class_info);
     return factory;
 }
