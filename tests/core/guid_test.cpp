@@ -38,20 +38,35 @@ TEST(guid, constants_have_their_bytes) {
     }
 }
 
+// By the constructor for literals, which have their end in the array.
+guid_t from_array(std::string const& text) {
+    char array[64] = {};
+    text.copy(array, sizeof array - 1);
+    return guid_t(array);
+}
+
 TEST(guid, takes_and_refuses_texts) {
+    static_assert(guid_t("F39ECE853af5444c857e337c7401a53f") == velum::iid_of<velum::i_unknown_t>);
     std::string const good = "{F39ECE85-3AF5-444C-857E-337C7401A53F}";
     EXPECT_EQ(velum::iid_unknown.string(), good);
     for (char const* const text : {"f39ece85-3af5-444c-857e-337c7401a53f", "{F39ECE853AF5444c857E337C7401A53F}",
                                    "f39ECE853af5444C857E337c7401A53f"}) {
         EXPECT_EQ(guid_t(text), guid_t(good)) << text;
+        EXPECT_EQ(from_array(text), guid_t(good)) << text;
     }
     std::string const inner(good, 1, 36), nul(1, '\0');
     for (auto const& text :
          {std::string(), good + nul, " " + good, good.substr(0, 37), good.substr(1), "(" + inner + ")",
-          std::string("{F39ECE85-3AF5444C-857E-337C7401A53F}"), "g" + inner.substr(1)}) {
+          std::string("{F39ECE85-3AF5444C-857E-337C7401A53F}"), "g" + inner.substr(1), inner.substr(0, 35) + "G",
+          inner + "}", std::string(32, '-'), std::string(36, '-')}) {
         EXPECT_EQ(support::failure_of([&] { guid_t const id(text); }),
                   "boost::wrapexcept<std::runtime_error>: invalid uuid string")
             << text;
+        if (text.find('\0') == text.npos) {
+            EXPECT_EQ(support::failure_of([&] { from_array(text); }),
+                      "boost::wrapexcept<std::runtime_error>: invalid uuid string")
+                << text;
+        }
     }
 }
 

@@ -1,4 +1,5 @@
 #include "support/counting_object.hpp"
+#include "support/failure.hpp"
 
 #include <velum/velum.hpp>
 
@@ -42,6 +43,21 @@ TEST(iptr, takes_and_drops_references) {
     EXPECT_EQ(taken(), "a+ a? b+ a? ");
     EXPECT_TRUE(found.get() == &b && !missing && a.asked_into == &missing) << "its address is the slot";
     EXPECT_FALSE(object_ptr(object_ptr(), velum::iid_string));
+}
+
+TEST(iptr, asks_by_the_interface_alone) {
+    using velum::i_string_t;
+    auto const text = velum::make<velum::basic_string_t>("text");
+    EXPECT_EQ(text.as<i_string_t>()->string(), "text");
+    EXPECT_EQ(support::references(text), 1);
+    velum::iptr<i_string_t> const null;
+    EXPECT_TRUE(!text.try_as<velum::i_uany_map_t>() && !null.try_as<i_string_t>());
+    EXPECT_EQ(support::failure_of([&] { text.as<velum::i_uany_map_t>(); }),
+              "std::runtime_error: object doesn't have the interface velum::i_uany_map_t "
+              "{D2873496-E7B0-4909-AB10-C315479EFD64}");
+    EXPECT_EQ(support::failure_of([&] { null.as<i_string_t>(); }),
+              "std::runtime_error: null was asked for the interface velum::i_string_t "
+              "{7DBD8CA5-357A-4C94-ACB8-EFDC52A200F9}");
 }
 
 struct nothing_counted {
