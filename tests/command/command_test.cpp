@@ -1,6 +1,7 @@
 #include "support/counting_object.hpp"
 #include "support/failure.hpp"
 
+#include <velum/testing/conformance.hpp>
 #include <velum/velum.hpp>
 
 #include <gtest/gtest.h>
@@ -49,11 +50,10 @@ private:
 TEST(command, counts_itself_and_answers_its_interface_alone) {
     journal calls;
     iptr<i_command_t> command(new recorder(calls, "c"));
-    iptr<i_command_t> slot = command;
-    EXPECT_TRUE(command->query_interface(iid_command, &slot) && slot == command);
-    EXPECT_EQ(references(command), 2);
-    EXPECT_TRUE(!command->query_interface(iid_unknown, &slot) && !slot);
-    EXPECT_EQ(references(command), 1) << "what the slot held was released";
+    for (iptr<i_command_t> const& each : {command, iptr<i_command_t>(new multi_command_t({}))}) {
+        EXPECT_EQ(conformance::check_object(each.get(), {iid_command}), conformance::findings());
+        EXPECT_FALSE(each.try_as<i_unknown_t>());
+    }
     command = nullptr;
     EXPECT_EQ(calls, "c!");
 }
@@ -82,9 +82,8 @@ TEST(multi_command, runs_forwards_and_undoes_backwards) {
         iptr<recorder> const a(new recorder(calls, "a")), b(new recorder(calls, "b"));
         std::vector<iptr<i_command_t>> list{a.get(), b.get(), a.get()};
         list.emplace_back(new multi_command_t({b.get()}));
-        iptr<i_command_t> all(new multi_command_t(list)), slot;
+        iptr<i_command_t> const all(new multi_command_t(list));
         EXPECT_TRUE(references(a) == 5 && list.size() == 4);
-        EXPECT_TRUE(all->query_interface(iid_command, &slot) && !all->query_interface(iid_unknown, &slot));
         all->undo_it();
         all->do_it();
         EXPECT_EQ(calls, "b-a-b-a-a+b+a+b+");

@@ -1,0 +1,82 @@
+#include "support/counting_object.hpp"
+#include "support/node.hpp"
+
+#include <velum/testing/conformance.hpp>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace velum;
+
+class i_note_t : public i_unknown_t {
+public:
+    virtual std::string title() const = 0;
+    virtual std::string& text() = 0;
+};
+
+}  // namespace
+
+template <>
+inline constexpr guid_t velum::iid_of<i_note_t>{"{0A7E5A37-9D33-4B7C-8C4D-0B62D20E7C11}"};
+
+namespace {
+
+/// Takes its title from the construction parameters and stores it in the construction stage.
+template <template <class, class...> class Base>
+class note_t : public Base<note_t<Base>, i_note_t, i_serializable_t> {
+public:
+    static constexpr guid_t class_id{"{5C8E2B6F-7A35-4E5B-9B9C-1F0E6D2A4B12}"};
+    static constexpr char const* class_name = "note";
+    static inline int alive = 0;
+
+    explicit note_t(std::string const& title = "untitled") : title_(title) { ++alive; }
+    explicit note_t(iptr<i_unknown_map_t> const& params)
+        : note_t(params ? support::text_in(params->get("title")) : "untitled") {}
+    explicit note_t(iptr<i_serializer_t> const& s) : note_t() { s->read_string(title_); }
+    ~note_t() override { --alive; }
+
+    std::string title() const override { return title_; }
+    std::string& text() override { return text_; }
+
+    void serialize_obj(iptr<i_serializer_t> const& s) const override { s->write_string(title_); }
+    void serialize(iptr<i_serializer_t> const& s) const override { s->write_string(text_); }
+    void deserialize(iptr<i_serializer_t> const& s) override { s->read_string(text_); }
+
+private:
+    std::string title_, text_;
+};
+
+template <class Note>
+class implements_test : public testing::Test {};
+using both = testing::Types<note_t<implements>, note_t<implements_aggregatable>>;
+TYPED_TEST_SUITE(implements_test, both);
+
+TYPED_TEST(implements_test, makes_a_class_whole) {
+    {
+        auto const factory = support::new_factory();
+        factory->register_class(TypeParam::class_info());
+        EXPECT_EQ(conformance::check_class(factory, TypeParam::class_id), conformance::findings());
+
+        auto const note = make<TypeParam>("title");
+        note->text() = "text";
+        EXPECT_EQ(support::references(note), 1);
+        EXPECT_EQ(conformance::check_round_trip(note.template as<i_unknown_t>(), factory), conformance::findings());
+
+        auto const params = support::new_object_map();
+        params->set("title", support::identity_of(support::boxed_text("given")));
+        iptr<i_note_t> made;
+        EXPECT_TRUE(factory->create_object(TypeParam::class_id, {}, params, iid_of<i_note_t>, &made));
+        EXPECT_EQ(made->title(), "given");
+        EXPECT_TRUE(factory->create_object(TypeParam::class_id, {}, {}, iid_of<i_note_t>, &made));
+        EXPECT_EQ(made->title(), "untitled");
+        EXPECT_EQ(TypeParam::alive, 2);
+
+        bool const is_aggregatable = std::is_same_v<TypeParam, note_t<implements_aggregatable>>;
+        iptr<i_unknown_t> part;
+        EXPECT_EQ(factory->create_object(TypeParam::class_id, factory.get(), {}, iid_unknown, &part), is_aggregatable);
+    }
+    EXPECT_EQ(TypeParam::alive, 0);
+}
+
+}  // namespace
