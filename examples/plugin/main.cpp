@@ -17,10 +17,10 @@ using namespace velum;
 
 /// The state of an object, through interfaces that the library has.
 void show(iptr<i_serializable_t> const& object) {
-    if (iptr<i_string_t> const text{object, iid_string}) {
+    if (auto const text = object.try_as<i_string_t>()) {
         std::cout << "  text: " << text->string() << '\n';
     }
-    if (iptr<i_uany_map_t> const values{object, iid_uany_map}) {
+    if (auto const values = object.try_as<i_uany_map_t>()) {
         for (char const* const key : {"year", "month", "day"}) {
             std::cout << "  " << key << ": " << boost::any_cast<int>(values->map().at(key)) << '\n';
         }
@@ -29,17 +29,12 @@ void show(iptr<i_serializable_t> const& object) {
 
 iptr<i_serializable_t> saved_and_loaded(iptr<i_serializable_t> const& object, iptr<i_object_factory_t> const& factory) {
     auto const file = boost::make_shared<std::stringstream>();
-    iptr<i_ostream_t> output;
-    iptr<i_istream_t> input;
-    iptr<i_serializer_t> writer, reader;
-    basic_ostream_t::create(nullptr, file, iid_ostream, &output);
-    basic_istream_t::create(nullptr, file, iid_istream, &input);
-    basic_serializer_t::create(nullptr, output, 0, iid_serializer, &writer);
-    basic_serializer_t::create(nullptr, input, factory, 0, iid_serializer, &reader);
-    writer->write_object(object);
+    auto output = make<basic_ostream_t>(file).as<i_ostream_t>();
+    auto const input = make<basic_istream_t>(file).as<i_istream_t>();
+    make<basic_serializer_t>(output, 0).as<i_serializer_t>()->write_object(object);
     std::cout << "saved: " << file->str().size() << " bytes\n";
     iptr<i_serializable_t> loaded;
-    reader->read_object(loaded);
+    make<basic_serializer_t>(input, factory, 0).as<i_serializer_t>()->read_object(loaded);
     return loaded;
 }
 
@@ -50,11 +45,8 @@ ustring use_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) 
     for (guid_t const& iid : any_map_get<std::set<guid_t>>(record, "supported_interfaces")) {
         std::cout << "  interface " << iid.string() << '\n';
     }
-    iptr<i_unknown_t> text;
-    iptr<i_unknown_map_t> params;
-    basic_string_t::create(nullptr, "water the plants", iid_unknown, &text);
-    basic_unknown_map_t::create(nullptr, iid_unknown_map, &params);
-    params->set("text", text);
+    auto const params = make<basic_unknown_map_t>().as<i_unknown_map_t>();
+    params->set("text", make<basic_string_t>("water the plants").as<i_unknown_t>());
     iptr<i_serializable_t> object;
     if (!factory->create_object(clsid, nullptr, params, iid_serializable, &object)) {
         throw std::runtime_error("the class makes no object that can be saved");
@@ -62,13 +54,12 @@ ustring use_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) 
     iptr<i_serializable_t> const loaded = saved_and_loaded(object, factory);
     std::cout << (loaded == object ? "loaded: the same\n" : "loaded: another object\n");
     show(loaded);
-    iptr<i_uany_map_t> const values{loaded, iid_uany_map};
+    auto const values = loaded.try_as<i_uany_map_t>();
     return values && !values->map().empty() ? values->map().begin()->first : ustring();
 }
 
 ustring run(plugin::module const& loaded) {
-    iptr<i_object_factory_t> factory;
-    basic_object_factory_t::create(nullptr, iid_object_factory, &factory);
+    auto const factory = make<basic_object_factory_t>().as<i_object_factory_t>();
     std::set<guid_t> const before = factory->registered_classes();
     loaded.register_in(*factory);
     ustring name;

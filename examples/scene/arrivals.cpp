@@ -16,25 +16,22 @@ namespace {
 // Neither kind of map can be emptied but by reading. A boxed value map merges, so each of its values gets another one;
 // an object map takes what it reads for all that it has. Without values the two read the same bytes.
 void take_apart(velum::iptr<velum::i_unknown_t> const& object) {
-    velum::iptr<velum::i_serializable_t> const stored(object, velum::iid_serializable);
+    auto const stored = object.as<velum::i_serializable_t>();
     bool const is_value_map = stored->clsid() == velum::uany_map_obj_t::_clsid;  // others may have values too
-    if (!is_value_map && !velum::iptr<velum::i_unknown_map_t>(object, velum::iid_unknown_map)) {
+    if (!is_value_map && !object.try_as<velum::i_unknown_map_t>()) {
         return;
     }
     velum::uany_map instead;
     if (is_value_map) {
-        for (auto const& [key, value] : velum::iptr<velum::i_uany_map_t>(object, velum::iid_uany_map)->map()) {
+        for (auto const& [key, value] : object.as<velum::i_uany_map_t>()->map()) {
             instead[key] = 0;
         }
     }
     auto const stream = boost::make_shared<std::stringstream>();
     stream->write("\0\0\1\0", 4);  // the version word
     velum::write(*stream, instead);
-    velum::iptr<velum::i_istream_t> input;
-    velum::basic_istream_t::create(nullptr, stream, velum::iid_istream, &input);
-    velum::iptr<velum::i_serializer_t> reader;
-    velum::basic_serializer_t::create(nullptr, input, nullptr, 0, velum::iid_serializer, &reader);
-    stored->deserialize(reader);
+    auto const input = velum::make<velum::basic_istream_t>(stream).as<velum::i_istream_t>();
+    stored->deserialize(velum::make<velum::basic_serializer_t>(input, nullptr, 0).as<velum::i_serializer_t>());
 }
 
 }  // namespace
@@ -49,9 +46,8 @@ arrivals::~arrivals() {
 }
 
 void arrivals::add(velum::iptr<velum::i_serializable_t> const& object) {
-    velum::iptr<velum::i_unknown_t> const identity(object, velum::iid_unknown);
-    bool const is_new = objects_.insert(identity).second;
-    bool const is_map = static_cast<bool>(velum::iptr<velum::i_unknown_map_t>(object, velum::iid_unknown_map));
+    bool const is_new = objects_.insert(object.try_as<velum::i_unknown_t>()).second;
+    bool const is_map = static_cast<bool>(object.try_as<velum::i_unknown_map_t>());
     require(is_new || !is_map, "an object map stands in two places");
 }
 

@@ -77,8 +77,7 @@ void check_tree(i_node_t const& root, totals& found) {
 }
 
 void check_note(velum::iptr<velum::i_unknown_t> const& note) {
-    require(velum::iptr<velum::i_string_t>(note, velum::iid_string) &&
-                velum::iptr<velum::i_uany_map_t>(note, velum::iid_uany_map),
+    require(note.try_as<velum::i_string_t>() && note.try_as<velum::i_uany_map_t>(),
             "its note has no text or no values");
 }
 

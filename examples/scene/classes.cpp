@@ -15,9 +15,7 @@ namespace {
 using factory = velum::iptr<velum::i_object_factory_t>;
 
 factory new_factory() {
-    factory made;
-    velum::basic_object_factory_t::create(nullptr, velum::iid_object_factory, &made);
-    return made;
+    return velum::make<velum::basic_object_factory_t>().as<velum::i_object_factory_t>();
 }
 
 factory own_factory() {
@@ -39,9 +37,7 @@ factory make_factory(plugin::module const* more) {
         more->register_in(*others);
         members.insert(others);
     }
-    factory all;
-    velum::multi_object_factory_t::create(nullptr, members, velum::iid_object_factory, &all);
-    return all;
+    return velum::make<velum::multi_object_factory_t>(members).as<velum::i_object_factory_t>();
 }
 
 }  // namespace scene

@@ -19,22 +19,22 @@ using links = std::vector<std::pair<std::string, object>>;
 template <class Interface>
 void add_link(links& to, std::string const& name, velum::iptr<Interface> const& target) {
     if (target) {
-        to.emplace_back(name, object(target, velum::iid_unknown));
+        to.emplace_back(name, target.template as<velum::i_unknown_t>());
     }
 }
 
 velum::any_map values_of(object const& of) {
-    if (velum::iptr<i_node_t> const node{of, iid_node}) {
+    if (auto const node = of.try_as<i_node_t>()) {
         return values_of(*node);
     }
-    if (velum::iptr<i_mesh_t> const mesh{of, iid_mesh}) {
+    if (auto const mesh = of.try_as<i_mesh_t>()) {
         return values_of(mesh->data());
     }
     velum::any_map values;
-    if (velum::iptr<velum::i_uany_map_t> const map{of, velum::iid_uany_map}) {
+    if (auto const map = of.try_as<velum::i_uany_map_t>()) {
         values.insert(map->map().begin(), map->map().end());
     }
-    if (velum::iptr<velum::i_string_t> const text{of, velum::iid_string}) {
+    if (auto const text = of.try_as<velum::i_string_t>()) {
         values["text"] = text->string();
     }
     return values;
@@ -43,7 +43,9 @@ velum::any_map values_of(object const& of) {
 class describer {
 public:
     explicit describer(velum::iptr<velum::i_unknown_map_t> const& document)
-        : parts_(document), document_(document, velum::iid_unknown), materials_(parts_.materials, velum::iid_unknown) {}
+        : parts_(document),
+          document_(document.as<velum::i_unknown_t>()),
+          materials_(parts_.materials.try_as<velum::i_unknown_t>()) {}
 
     description describe() {
         number_of(document_);
@@ -96,9 +98,9 @@ private:
             for (std::string const& name : parts_.material_names()) {
                 add_link(found, name, parts_.material(name));
             }
-        } else if (velum::iptr<i_mesh_t> const mesh{of, iid_mesh}) {
+        } else if (auto const mesh = of.try_as<i_mesh_t>()) {
             add_link(found, "material", mesh->material());
-        } else if (velum::iptr<i_node_t> const node{of, iid_node}) {
+        } else if (auto const node = of.try_as<i_node_t>()) {
             add_link(found, "mesh", node->mesh());
             for (auto const& child : node->children()) {
                 add_link(found, '[' + std::to_string(found.size() - (node->mesh() ? 1 : 0)) + ']', child);

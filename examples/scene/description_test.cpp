@@ -17,7 +17,7 @@ using node = velum::iptr<scene::i_node_t>;
 using material = velum::iptr<velum::i_uany_map_t>;
 
 node tree(std::vector<node> const& children, char const* name = "") {
-    node const top = scene::node_t::create(name);
+    auto const top = velum::make<scene::node_t>(name).as<scene::i_node_t>();
     for (node const& child : children) {
         top->add(child);
     }
@@ -27,7 +27,8 @@ node tree(std::vector<node> const& children, char const* name = "") {
 node leaf(material const& of = {}, char const* name = "") {
     scene::mesh_data data;
     data.name = name;
-    return scene::node_t::create("", scene::mesh_t::create(data, of));
+    auto const mesh = velum::make<scene::mesh_t>(data, of).as<scene::i_mesh_t>();
+    return velum::make<scene::node_t>("", mesh).as<scene::i_node_t>();
 }
 
 node chain(int length) {
@@ -39,9 +40,8 @@ material new_material() {
 }
 
 document make(node const& root, material const& a = new_material(), material const& b = new_material()) {
-    document materials, result;
-    velum::basic_unknown_map_t::create(nullptr, velum::iid_unknown_map, &materials);
-    velum::basic_unknown_map_t::create(nullptr, velum::iid_unknown_map, &result);
+    auto const materials = velum::make<velum::basic_unknown_map_t>().as<velum::i_unknown_map_t>();
+    auto const result = velum::make<velum::basic_unknown_map_t>().as<velum::i_unknown_map_t>();
     materials->set("a", a.get());
     materials->set("b", b.get());
     std::vector<boost::any> const names{std::string("a"), std::string("b")};
@@ -67,7 +67,7 @@ struct row {
 
 std::vector<row> rows() {
     node const first = leaf();
-    node const second = scene::node_t::create("", first->mesh());
+    auto const second = velum::make<scene::node_t>("", first->mesh()).as<scene::i_node_t>();
     return {
         {"equal graphs", true, 10, make_pair(0, 1), make_pair(0, 1)},
         {"one material and two", false, 10, make_pair(0, 0), make_pair(0, 1)},

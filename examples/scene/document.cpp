@@ -6,13 +6,13 @@
 namespace scene {
 
 document_parts::document_parts(velum::iptr<velum::i_unknown_map_t> const& document)
-    : info(document->get("info"), velum::iid_uany_map),
-      materials(document->get("materials"), velum::iid_unknown_map),
+    : info(document->get("info").try_as<velum::i_uany_map_t>()),
+      materials(document->get("materials").try_as<velum::i_unknown_map_t>()),
       note(document->get("note")),
-      root(document->get("root"), iid_node) {}
+      root(document->get("root").try_as<i_node_t>()) {}
 
 velum::iptr<velum::i_uany_map_t> document_parts::material(std::string const& name) const {
-    return {materials ? materials->get(name) : nullptr, velum::iid_uany_map};
+    return materials ? materials->get(name).try_as<velum::i_uany_map_t>() : nullptr;
 }
 
 std::vector<std::string> document_parts::material_names() const {

@@ -41,7 +41,7 @@ bool step(char letter, scene::edit_history& history, std::map<char, scene::comma
 }
 
 std::string result_of(std::string const& steps) {
-    auto const node = scene::node_t::create("a");
+    auto const node = velum::make<scene::node_t>("a").as<scene::i_node_t>();
     auto const move = scene::move_node(node, {node->transform().linear, {1, 0, 0}});
     auto const rename = scene::rename_node(node, "r");
     auto const other = scene::rename_node(node, "s");

@@ -59,15 +59,13 @@ constexpr std::streamoff size_of_identifier = sizeof(velum::guid_t);
 }
 
 object_map read_document(boost::shared_ptr<std::ifstream> const& stream, factory const& classes, arrivals& arrived) {
-    velum::iptr<velum::i_istream_t> input;
-    velum::basic_istream_t::create(nullptr, stream, velum::iid_istream, &input);
-    velum::iptr<velum::i_serializer_t> reader;
-    velum::basic_serializer_t::create(nullptr, input, classes, 0, velum::iid_serializer, &reader);
+    auto const input = velum::make<velum::basic_istream_t>(stream).as<velum::i_istream_t>();
+    auto const reader = velum::make<velum::basic_serializer_t>(input, classes, 0).as<velum::i_serializer_t>();
     reader->set_object_mapper([&arrived](auto const& object) {
         arrived.add(object);
         return object;
     });
-    auto const document = read_reference<velum::i_unknown_map_t>(reader, velum::iid_unknown_map, "the document");
+    auto const document = read_reference<velum::i_unknown_map_t>(reader, "the document");
     require(static_cast<bool>(document), "null is in the place of the document");
     return document;
 }
@@ -91,11 +89,9 @@ std::ifstream open_to_read(fs::path const& file) {
 }
 
 void save(boost::shared_ptr<std::ostream> const& stream, object_map const& document) {
-    velum::iptr<velum::i_ostream_t> output;
-    velum::basic_ostream_t::create(nullptr, stream, velum::iid_ostream, &output);
-    velum::iptr<velum::i_serializer_t> writer;
-    velum::basic_serializer_t::create(nullptr, output, 0, velum::iid_serializer, &writer);
-    writer->write_object({document, velum::iid_serializable});
+    auto output = velum::make<velum::basic_ostream_t>(stream).as<velum::i_ostream_t>();
+    auto const writer = velum::make<velum::basic_serializer_t>(output, 0).as<velum::i_serializer_t>();
+    writer->write_object(document.as<velum::i_serializable_t>());
 }
 
 void save(fs::path const& file, object_map const& document) {

@@ -6,8 +6,6 @@
 
 namespace scene {
 
-inline velum::guid_t const iid_mesh("{72D90348-3F75-44F7-AF4D-0BF435E4F4EB}");
-
 /// Faces and what they are made of.
 class i_mesh_t : public velum::i_unknown_t {
 public:
@@ -19,3 +17,6 @@ public:
 };
 
 }  // namespace scene
+
+template <>
+inline constexpr velum::guid_t velum::iid_of<scene::i_mesh_t>{"{72D90348-3F75-44F7-AF4D-0BF435E4F4EB}"};

@@ -9,8 +9,6 @@
 
 namespace scene {
 
-inline velum::guid_t const iid_node("{9A8FB463-A0AD-45A4-8C0E-FD55C4E0A3CB}");
-
 /// A place in the tree of a scene. A node owns its children; to its parent it only points.
 class i_node_t : public velum::i_unknown_t {
 public:
@@ -45,3 +43,6 @@ public:
 velum::any_map values_of(i_node_t const& node);
 
 }  // namespace scene
+
+template <>
+inline constexpr velum::guid_t velum::iid_of<scene::i_node_t>{"{9A8FB463-A0AD-45A4-8C0E-FD55C4E0A3CB}"};

@@ -17,9 +17,7 @@ namespace {
 using object_map = velum::iptr<velum::i_unknown_map_t>;
 
 object_map new_map() {
-    object_map map;
-    velum::basic_unknown_map_t::create(nullptr, velum::iid_unknown_map, &map);
-    return map;
+    return velum::make<velum::basic_unknown_map_t>().as<velum::i_unknown_map_t>();
 }
 
 velum::affine_space3 transform_to(box const& bounds) {
@@ -56,15 +54,16 @@ velum::uany_map make_info(model const& from) {
 }
 
 velum::iptr<i_node_t> make_tree(model const& from, object_map const& materials) {
-    auto const root = node_t::create(from.name);
+    auto const root = velum::make<node_t>(from.name).as<i_node_t>();
     velum::iptr<i_node_t> part;
     for (model_mesh const& mesh : from.meshes) {
         if (!part || part->name() != mesh.part) {
-            part = node_t::create(mesh.part);
+            part = velum::make<node_t>(mesh.part).as<i_node_t>();
             root->add(part);
         }
-        velum::iptr<velum::i_uany_map_t> const material(materials->get(mesh.material), velum::iid_uany_map);
-        part->add(node_t::create(mesh.data.name, mesh_t::create(mesh.data, material)));
+        auto const material = materials->get(mesh.material).try_as<velum::i_uany_map_t>();
+        auto const faces = velum::make<mesh_t>(mesh.data, material).as<i_mesh_t>();
+        part->add(velum::make<node_t>(mesh.data.name, faces).as<i_node_t>());
     }
     return root;
 }

@@ -4,25 +4,10 @@
 #include "require.hpp"
 #include "stages.hpp"
 
-#include <velum/core/class_record.hpp>
 #include <velum/wire/read.hpp>
 #include <velum/wire/write.hpp>
 
-#include <set>
-
 namespace scene {
-namespace {
-
-velum::guid_t const clsid_node("{10B1C1D0-D781-4D73-B78E-FA3E034AB89B}");
-
-}  // namespace
-
-velum::iptr<i_node_t> node_t::create(std::string const& name, velum::iptr<i_mesh_t> const& mesh) {
-    velum::iptr<node_t> const node(new node_t);
-    node->name_ = name;
-    node->mesh_ = mesh;
-    return node.get();
-}
 
 // Somebody else may keep a child.
 node_t::~node_t() {
@@ -38,10 +23,6 @@ void node_t::add(velum::iptr<i_node_t> const& child) {
     }
     children_.push_back(child);
     child->set_parent(this);
-}
-
-velum::guid_t node_t::clsid() const {
-    return clsid_node;
 }
 
 velum::any_map values_of(i_node_t const& node) {
@@ -65,26 +46,18 @@ void node_t::deserialize(velum::iptr<velum::i_serializer_t> const& s) {
     velum::deserialize(values, s);
     name_ = lookup<std::string>(values, "name");
     transform_ = lookup<velum::affine_space3>(values, "transform");
-    mesh_ = read_reference<i_mesh_t>(s, iid_mesh, "a mesh");
-    auto const parent = read_reference<i_node_t>(s, iid_node, "a parent");
+    mesh_ = read_reference<i_mesh_t>(s, "a mesh");
+    auto const parent = read_reference<i_node_t>(s, "a parent");
     int const count = lookup<int>(values, "children");
     require(count >= 0, "a number of children is below zero");
     for (int i = 0; i < count; ++i) {
-        auto const child = read_reference<i_node_t>(s, iid_node, "a child");
+        auto const child = read_reference<i_node_t>(s, "a child");
         require(static_cast<bool>(child), "a child is null");
         require(child->stored_parent() == this, "a child was stored with another parent");
         add(child);
     }
     // Only now, so that no node can take one that is still being read, which may be above it.
     stored_parent_ = parent.get();
-}
-
-velum::any_map node_t::class_info() {
-    return {{"clsid", clsid_node},
-            {"class_name", std::string("node")},
-            {"create_function", velum::create_function_t(&node_t::create_function)},
-            {"deserialize_function", velum::deserialize_function_t(&node_t::deserialize_function)},
-            {"supported_interfaces", std::set{velum::iid_unknown, iid_node, velum::iid_serializable}}};
 }
 
 }  // namespace scene

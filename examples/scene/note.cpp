@@ -14,11 +14,8 @@ velum::iptr<velum::i_unknown_t> make_note(velum::iptr<velum::i_object_factory_t>
     for (velum::guid_t const& clsid : factory->registered_classes()) {
         std::string name;
         if (velum::any_map_try_get(factory->class_info(clsid), "class_name", name) && name == "note") {
-            velum::iptr<velum::i_unknown_t> boxed;
-            velum::iptr<velum::i_unknown_map_t> params;
-            velum::basic_string_t::create(nullptr, text, velum::iid_unknown, &boxed);
-            velum::basic_unknown_map_t::create(nullptr, velum::iid_unknown_map, &params);
-            params->set("text", boxed);
+            auto const params = velum::make<velum::basic_unknown_map_t>().as<velum::i_unknown_map_t>();
+            params->set("text", velum::make<velum::basic_string_t>(text).as<velum::i_unknown_t>());
             require(factory->create_object(clsid, nullptr, params, velum::iid_unknown, &note), "a note can't be made");
             break;
         }

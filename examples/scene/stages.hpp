@@ -1,7 +1,6 @@
 #pragma once
 
 #include <velum/core/i_serializer.hpp>
-#include <velum/core/interface_ids.hpp>
 
 #include <cstdint>
 #include <stdexcept>
@@ -25,21 +24,20 @@ inline void read_version(velum::iptr<velum::i_serializer_t> const& s) {
 /// Writes a reference, null too. A class that can't be stored must not be taken for null.
 template <class Interface>
 void write_reference(velum::iptr<velum::i_serializer_t> const& s, velum::iptr<Interface> const& object) {
-    velum::iptr<velum::i_serializable_t> const serializable(object, velum::iid_serializable);
+    auto const serializable = object.template try_as<velum::i_serializable_t>();
     if (object && !serializable) {
         throw std::runtime_error("an object can't be stored");
     }
     s->write_object(serializable);
 }
 
-/// Reads a reference, null too. Throws `std::runtime_error` for an object without the interface `iid`, that of
-/// `Interface`; `place` says in words where it stands.
+/// Reads a reference, null too. Throws `std::runtime_error` for an object without `Interface`; `place` says in words
+/// where it stands.
 template <class Interface>
-velum::iptr<Interface> read_reference(velum::iptr<velum::i_serializer_t> const& s, velum::guid_t const& iid,
-                                      char const* place) {
+velum::iptr<Interface> read_reference(velum::iptr<velum::i_serializer_t> const& s, char const* place) {
     velum::iptr<velum::i_serializable_t> object;
     bool const is_serializable = s->read_object(object);
-    velum::iptr<Interface> const result(object, iid);
+    auto const result = object.try_as<Interface>();
     if (!is_serializable || (object && !result)) {
         throw std::runtime_error("an object of another kind is in the place of " + std::string(place));
     }
