@@ -9,7 +9,7 @@ public:
 
 #if MISTAKE != 1
 template <>
-inline constexpr velum::guid_t velum::iid_of<i_note_t>{
+inline constexpr velum::guid_t velum::iid_of<i_note_t> {
 #    if MISTAKE == 2
     "{E74D82CA-AEC9-456e-839F-04083BE78184}"  // that of i_serializable_t
 #    elif MISTAKE == 3
@@ -29,7 +29,9 @@ public:
     static constexpr char const* class_name = "note";
 #endif
 
-    int number() const override { return 1; }
+    int number() const override {
+        return 1;
+    }
 #if MISTAKE != 6
     void serialize(velum::iptr<velum::i_serializer_t> const&) const override {}
 #endif
