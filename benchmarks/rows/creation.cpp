@@ -88,22 +88,26 @@ bool enter_both(std::string const& name, work (*prepare)()) {
 
 namespace of_velum {
 
+class i_made_t : public velum::i_unknown_t {};
+
+}  // namespace of_velum
+
+}  // namespace
+
+template <>
+inline constexpr velum::guid_t velum::iid_of<of_velum::i_made_t>{"{0C6B8E52-3F7D-4A19-9D08-E5B1A7426C3F}"};
+
+namespace {
+
+namespace of_velum {
+
 using velum::guid_t;
 using velum::i_object_factory_t;
 using velum::iptr;
 
-guid_t const iid_made("{0C6B8E52-3F7D-4A19-9D08-E5B1A7426C3F}");
-
-class i_made_t : public velum::i_unknown_t {};
-
 template <int N>
-class made_t : public velum::flat_t<made_t<N>, i_made_t> {
-    friend velum::object_access;
-
-    std::array<velum::answer_t, 2> answers() { return {{{velum::iid_unknown, this}, {iid_made, this}}}; }
-
+class made_t : public velum::implements<made_t<N>, i_made_t> {
     std::int32_t number_ = N;
-    std::int32_t ref_count = 0;
 };
 
 std::vector<guid_t> clsids() {
@@ -137,7 +141,7 @@ iptr<i_object_factory_t> composed() {
 work create_in(iptr<i_object_factory_t> const& factory) {
     return create_each(clsids(), [factory](guid_t const& clsid) {
         iptr<i_made_t> made;
-        factory->create_object(clsid, nullptr, nullptr, iid_made, &made);
+        factory->create_object(clsid, nullptr, nullptr, velum::iid_of<i_made_t>, &made);
         return made;
     });
 }

@@ -148,19 +148,16 @@ namespace of_velum {
 
 using namespace velum;
 
-guid_t const clsid_node("{6D1B7A52-90C4-4E0B-8F27-6A4C35E9D1B8}");
-
-class node : public flat_t<node, i_serializable_t> {
+class node : public implements<node, i_serializable_t> {
 public:
+    static constexpr guid_t class_id{"{6D1B7A52-90C4-4E0B-8F27-6A4C35E9D1B8}"};
+
     using link = iptr<i_serializable_t>;
 
     std::string name;
     std::array<float, 3> place{};
     link parent;
     std::vector<link> links;
-
-    guid_t clsid() const override { return clsid_node; }
-    void serialize_obj(iptr<i_serializer_t> const&) const override {}
 
     void serialize(iptr<i_serializer_t> const& s) const override {
         s->write_string(name);
@@ -184,11 +181,6 @@ public:
             s->read_object(to);
         }
     }
-
-private:
-    friend object_access;
-    std::array<answer_t, 2> answers() { return {{{iid_unknown, this}, {iid_serializable, this}}}; }
-    std::int32_t ref_count = 0;
 };
 
 using graph = cyclic_graph<iptr<node>>;
@@ -221,7 +213,7 @@ std::size_t read(std::istream& in) {
     auto const rebuild = [&back](auto const&, auto const&, iptr<i_unknown_t>& out) {
         return back.nodes.emplace_back(new node)->query_interface(iid_unknown, &out);
     };
-    factory->register_class(clsid_node, {}, {}, rebuild, {});
+    factory->register_class(node::class_id, {}, {}, rebuild, {});
     basic_serializer_t::create(nullptr, origin, factory, 0, iid_serializer, &reader);
     node::link root;
     reader->read_object(root);

@@ -85,33 +85,31 @@ bool enter_copying(std::string const& name, Pointer (*make_one)(int)) {
 
 namespace of_velum {
 
-using velum::guid_t;
-using velum::iptr;
-
-guid_t const iid_reader("{5E0B4B5D-6A2C-4D0C-8E43-2B6C9AF1D7E0}");
-guid_t const iid_writer("{A1D7C3F8-90B4-4E57-B2A6-7F3D18C5E462}");
-
 class i_reader_t : public velum::i_unknown_t {};
 class i_writer_t : public velum::i_unknown_t {};
 
+}  // namespace of_velum
+
+}  // namespace
+
+template <>
+inline constexpr velum::guid_t velum::iid_of<of_velum::i_reader_t>{"{5E0B4B5D-6A2C-4D0C-8E43-2B6C9AF1D7E0}"};
+
+template <>
+inline constexpr velum::guid_t velum::iid_of<of_velum::i_writer_t>{"{A1D7C3F8-90B4-4E57-B2A6-7F3D18C5E462}"};
+
+namespace {
+
+namespace of_velum {
+
 template <int Kind>
-class pipe_t : public velum::flat_t<pipe_t<Kind>, i_reader_t, i_writer_t> {
-    friend velum::object_access;
+class pipe_t : public velum::implements<pipe_t<Kind>, i_reader_t, i_writer_t> {};
 
-    std::array<velum::answer_t, 3> answers() {
-        return {{{velum::iid_unknown, velum::side_of<i_reader_t>(*this)},
-                 {iid_reader, velum::side_of<i_reader_t>(*this)},
-                 {iid_writer, velum::side_of<i_writer_t>(*this)}}};
-    }
+using reader = velum::iptr<i_reader_t>;
 
-    std::int32_t ref_count = 0;
-};
-
-using reader = iptr<i_reader_t>;
-
-bool const entered = enter_asking("velum", make<pipe_t, reader>,
-                                  [](reader const& object) { return iptr<i_writer_t>(object, iid_writer); }) &&
-                     enter_copying("velum", make<pipe_t, reader>);
+bool const entered =
+    enter_asking("velum", make<pipe_t, reader>, [](reader const& object) { return object.try_as<i_writer_t>(); }) &&
+    enter_copying("velum", make<pipe_t, reader>);
 
 }  // namespace of_velum
 
