@@ -1,6 +1,21 @@
 #pragma once
 
-// Everything public.
+// Everything public but the kit of velum/testing/.
+
+/// @namespace velum
+/// The library: objects behind interfaces, values, and their stored form.
+
+/// @namespace velum::value_shape
+/// The forms that a value of the catalogue can have in a stream.
+
+/// @namespace math
+/// Vectors, quaternions and spaces, as values.
+
+/// @namespace tessa
+/// Matrices, as values.
+
+/// @namespace sys
+/// Memory.
 
 #include <velum/boxed/string.hpp>
 #include <velum/boxed/unknown_map.hpp>

@@ -20,7 +20,7 @@ class VELUM_API i_string_t : public i_unknown_t {
 public:
     /// The string itself, valid as long as a reference on the object is held.
     virtual std::string& string() = 0;
-    virtual std::string const& string() const = 0;
+    virtual std::string const& string() const = 0;  ///< the same
 };
 
 template <>

@@ -32,30 +32,39 @@ inline constexpr guid_t iid_of<i_uany_map_t>{"{D2873496-E7B0-4909-AB10-C315479EF
 class VELUM_API uany_map_obj_t : public flat_t<uany_map_obj_t, i_uany_map_t, i_serializable_t> {
 public:
     /// Member by member, the count included: only for objects that no `iptr` holds.
+    /// These copy the count too, so they are only for objects that no `iptr` holds. A move leaves an empty map.
+    /// @{
     uany_map_obj_t(uany_map_obj_t const&);
     uany_map_obj_t(uany_map_obj_t&&) noexcept;
     uany_map_obj_t& operator=(uany_map_obj_t const&);
     uany_map_obj_t& operator=(uany_map_obj_t&&) noexcept;
+    /// @}
     ~uany_map_obj_t() override;
 
     /// A new object with a copy of `map`.
     static iptr<i_uany_map_t> create(std::map<ustring, boost::any> const& map);
 
+    /// As its interfaces say.
+    /// @{
     std::map<ustring, boost::any> const& map() const override { return payload; }
-
     guid_t clsid() const override;
     void serialize_obj(iptr<i_serializer_t> const& s) const override;
     void serialize(iptr<i_serializer_t> const& s) const override;
     void deserialize(iptr<i_serializer_t> const& s) override;
+    /// @}
 
+    /// The class identifier.
     static guid_t const _clsid;
 
     /// "clsid", "create_function" and "deserialize_function": complete for registration in a factory.
     static std::map<std::string, boost::any> const _class_info;
 
 protected:
+    /// For classes that derive from it.
+    /// @{
     uany_map_obj_t();
     explicit uany_map_obj_t(std::map<ustring, boost::any> const& map);
+    /// @}
 
 private:
     friend object_access;

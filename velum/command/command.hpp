@@ -19,11 +19,14 @@ public:
     explicit command_t(iptr<i_event_handler_t> const& handler);
 
     /// Copies the count too, so only for commands that no `iptr` holds. A move is a copy.
+    /// @{
     command_t(command_t const&);
     command_t& operator=(command_t const&);
+    /// @}
     ~command_t() override;
 
 protected:
+    /// What the constructor was given.
     iptr<i_event_handler_t> const& event_handler() const { return handler_; }
 
 private:

@@ -8,6 +8,7 @@ namespace velum {
 /// Something that can be done and undone (`iid_command`).
 class VELUM_API i_command_t : public i_unknown_t {
 public:
+    /// Does it, also again after it was undone.
     virtual void do_it() = 0;
 
     /// Takes back what `do_it` did.

@@ -15,13 +15,16 @@ namespace velum {
 /// list itself. It answers `iid_command` alone.
 class VELUM_API multi_command_t : public counted_t<multi_command_t, i_command_t> {
 public:
+    /// Takes a reference on each of `commands`, which are done in this order.
     explicit multi_command_t(std::vector<iptr<i_command_t>> const& commands);
 
     /// These copy the count too, so they are only for commands that no `iptr` holds. A move leaves an empty list.
+    /// @{
     multi_command_t(multi_command_t const&);
     multi_command_t(multi_command_t&&) noexcept;
     multi_command_t& operator=(multi_command_t const&);
     multi_command_t& operator=(multi_command_t&&) noexcept;
+    /// @}
 
     /// Drops the references from the first command to the last.
     ~multi_command_t() override;

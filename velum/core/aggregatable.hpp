@@ -60,8 +60,9 @@ namespace velum {
 template <class Payload, class... Interfaces>
 class nested_t : public Interfaces... {
 public:
-    using interfaces = interface_list<Interfaces...>;
+    using interfaces = interface_list<Interfaces...>;  ///< what the outer object answers for it
 
+    /// Keeps `controlling` as it is, without a reference, and makes the payload from `arguments`.
     template <class... Arguments>
     explicit nested_t(i_unknown_t* controlling, Arguments&&... arguments)
         : payload(std::forward<Arguments>(arguments)...), outer(controlling) {}
@@ -70,8 +71,9 @@ public:
     nested_t(nested_t&&) noexcept(std::is_nothrow_move_constructible_v<Payload>) = default;
     ~nested_t() override = default;
 
-    // Members of standard types may lose their content when they are assigned to themselves. A payload with `drop()`
-    // gives up what it holds before it takes anything; any other stays as it was when the copy fails.
+    /// Takes the controlling unknown of `other` too. A payload with `drop()` gives up what it holds before it takes
+    /// anything; any other stays as it was when the copy fails. Assigning an object to itself changes nothing.
+    /// @{
     nested_t& operator=(nested_t const& other) {
         if (this != &other) {
             drop_payload();
@@ -90,11 +92,16 @@ public:
         return *this;
     }
 
+    /// @}
+
+    /// Sent on to the controlling unknown.
+    /// @{
     bool query_interface(guid_t const& iid, void* out) override { return outer->query_interface(iid, out); }
     std::int32_t add_ref() override { return outer->add_ref(); }
     std::int32_t release() override { return outer->release(); }
+    /// @}
 
-    [[no_unique_address]] Payload payload;
+    [[no_unique_address]] Payload payload;  ///< what the class keeps
 
     /// The controlling unknown, without a reference.
     i_unknown_t* outer;
@@ -124,6 +131,7 @@ public:
     }
 
 protected:
+    /// The side that stands for `iid`, or null; for `query_interface`.
     i_unknown_t* find_side(guid_t const& iid) {
         auto& imp = object_access::nested(this->object());
         return iid == detail::required_iid_of<i_unknown_t>()

@@ -27,6 +27,7 @@ using create_function_t =
 using deserialize_function_t =
     boost::function<bool(iptr<i_unknown_t> const&, iptr<i_serializer_t> const&, iptr<i_unknown_t>&)>;
 
+/// Takes nothing and gives nothing; may throw.
 using init_function_t = boost::function<void()>;
 
 }  // namespace velum

@@ -12,8 +12,11 @@ namespace velum {
 class VELUM_API clsid_initializer_t {
 public:
     clsid_initializer_t();
+    /// A copy is one more instance; assigning changes nothing.
+    /// @{
     clsid_initializer_t(clsid_initializer_t const& other);
     clsid_initializer_t& operator=(clsid_initializer_t const& other);
+    /// @}
     ~clsid_initializer_t();
 };
 

@@ -18,15 +18,17 @@ namespace velum {
 
 /// One line of what a class answers to `query_interface`: an identifier and the pointer that stands for it.
 struct answer_t {
+    /// Keeps both as they are, without a reference. A null `p` is no answer.
     answer_t(guid_t const& id, i_unknown_t* p) : iid(id), pointer(p) {}
     answer_t(guid_t&&, i_unknown_t*) = delete;  // the identifier must outlive the answer
 
-    guid_t const& iid;
-    i_unknown_t* pointer;
+    guid_t const& iid;     ///< what is asked for
+    i_unknown_t* pointer;  ///< what is given for it
 };
 
 /// The friend of a class that is made from the building blocks: it lets them see what the class keeps private.
 struct object_access {
+    /// The count.
     template <class Object>
     static std::int32_t& ref_count(Object& object) {
         return object.ref_count;
@@ -67,6 +69,7 @@ struct object_access {
         }
     }
 
+    /// The nested object of an aggregatable one.
     template <class Object>
     static auto& nested(Object& object) {
         return object.imp;
@@ -82,6 +85,7 @@ struct object_access {
         }
     }
 
+    /// Sets the controlling unknown, without a reference.
     template <class Object>
     static void control(Object& object, i_unknown_t* outer) {
         object.imp.outer = outer;
@@ -126,6 +130,7 @@ struct interface_list {
         return {detail::required_iid_of<i_unknown_t>(), detail::required_iid_of<Interfaces>()...};
     }
 
+    /// Whether `Interface` is one of them.
     template <class Interface>
     static constexpr bool contains = (std::is_same_v<Interface, Interfaces> || ...);
 
@@ -181,13 +186,16 @@ bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
 template <class Object, class... Interfaces>
 class counted_t : public Interfaces... {
 public:
+    /// Answers by `answers()`, or by the list of interfaces.
     bool query_interface(guid_t const& iid, void* out) override {
         return fill_slot(out, object_access::find(object(), iid));
     }
 
+    /// Adds 1 to `ref_count`.
     std::int32_t add_ref() override { return atomic_increment(object_access::ref_count(object())); }
 
-    // The object isn't touched after the decrement, since another thread may have destroyed it by then.
+    /// Takes 1 from `ref_count`. The object isn't touched after that, since another thread may have destroyed it by
+    /// then.
     std::int32_t release() override {
         std::int32_t const count = atomic_decrement(object_access::ref_count(object()));
         if (count == 0) {
@@ -197,8 +205,10 @@ public:
     }
 
 protected:
+    /// The side that stands for `iid`, or null; for `query_interface`.
     i_unknown_t* find_side(guid_t const& iid) { return interface_list<Interfaces...>::find(object(), iid); }
 
+    /// The whole object, of which this is a base.
     Object& object() { return static_cast<Object&>(*this); }
 };
 

@@ -19,7 +19,7 @@ namespace velum {
 template <class Object, class... Interfaces>
 class flat_t : public counted_t<Object, Interfaces...> {
 public:
-    using interfaces = interface_list<Interfaces...>;
+    using interfaces = interface_list<Interfaces...>;  ///< what it answers beside `iid_unknown`
 
     /// Makes an object and asks it for `iid` into the slot `out`. False when it doesn't have the interface; false, with
     /// the slot untouched, when `outer` isn't null. A class that takes parameters has a constructor from `params`,
@@ -37,6 +37,7 @@ public:
     }
 
 protected:
+    /// The side that stands for `iid`, or null; for `query_interface`.
     i_unknown_t* find_side(guid_t const& iid) {
         using identity = std::tuple_element_t<0, std::tuple<Interfaces...>>;
         return iid == detail::required_iid_of<i_unknown_t>() ? side_of<identity>(*this)

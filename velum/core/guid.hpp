@@ -95,7 +95,9 @@ VELUM_API std::size_t hash_value(guid_t const& id);
 
 }  // namespace velum
 
+/// @cond
 template <>
 struct std::hash<velum::guid_t> {
     std::size_t operator()(velum::guid_t const& id) const { return hash_value(id); }
 };
+/// @endcond

@@ -26,7 +26,7 @@ public:
 
     /// A map for the use of whoever shares the serializer.
     virtual std::map<std::string, boost::any>& attributes() = 0;
-    virtual std::map<std::string, boost::any> const& attributes() const = 0;
+    virtual std::map<std::string, boost::any> const& attributes() const = 0;  ///< the same
 
     /// Writes an object with its graph, an object met before as a reference to it, null as null.
     virtual void write_object(iptr<i_serializable_t> const& object) = 0;
@@ -34,6 +34,7 @@ public:
     /// Writes the length as 4 bytes and then the text.
     virtual void write_string(std::string const& text) = 0;
 
+    /// Writes `count` bytes as they are.
     virtual void write(char const* data, long long count) = 0;
 
     /// Reads what `write_object` wrote. False only if a referenced object isn't serializable.
@@ -42,6 +43,7 @@ public:
     /// Reads what `write_string` wrote in the place of what `text` held.
     virtual void read_string(std::string& text) = 0;
 
+    /// Reads `count` bytes; those that don't arrive leave `data` as it was.
     virtual void read(char* data, long long count) = 0;
 
     /// The position in the stream, or -1 where the stream has none.
@@ -50,6 +52,7 @@ public:
     /// `way` is 0 to count from the beginning, 1 from the position, 2 from the end.
     virtual void seek(long long offset, int way) = 0;
 
+    /// Flushes the stream of a writer; a reader has nothing to do.
     virtual void flush() = 0;
 
     /// Writes the head and the construction stage of an object, for a caller that writes the state stage itself. The

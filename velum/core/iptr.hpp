@@ -25,11 +25,16 @@ namespace detail {
 template <class T>
 class VELUM_SHARED_TYPE iptr {
 public:
+    /// Null.
+    /// @{
     iptr() = default;
     iptr(std::nullptr_t) {}
+    /// @}
 
     /// Takes a reference on `*pointer`, unless it is null.
     iptr(T* pointer) : pointer_(pointer) { take(); }
+
+    /// Takes another reference on what `other` holds.
     iptr(iptr const& other) : pointer_(other.pointer_) { take(); }
 
     /// Asks what `other` holds for the interface `iid`, which must be that of `T`. Null if it has none.
@@ -60,8 +65,14 @@ public:
 
     /// The pointer, without a reference of its own.
     T* get() const { return pointer_; }
+
+    /// Not for null.
+    /// @{
     T& operator*() const { return *pointer_; }
     T* operator->() const { return pointer_; }
+    /// @}
+
+    /// Whether it holds anything.
     explicit operator bool() const { return pointer_ != nullptr; }
 
     /// The interface `U` of the object, by the identifier that `iid_of` ties to it. Throws `std::runtime_error`, which

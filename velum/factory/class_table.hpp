@@ -13,6 +13,7 @@ namespace velum {
 
 /// Hashes class identifiers, which nobody chooses to collide: whoever registers a class is trusted with more than that.
 struct clsid_hash {
+    /// The exclusive or of both halves.
     std::size_t operator()(guid_t const& clsid) const {
         std::array<std::uint64_t, 2> words{};
         std::memcpy(words.data(), clsid.data(), sizeof words);

@@ -45,11 +45,13 @@ namespace velum {
 /// leaves streams and factory with the source too.
 class VELUM_API basic_serializer_t : public aggregatable_t<basic_serializer_t> {
 public:
-    // For `create`; they keep `outer` as it is, without a reference.
+    /// For `create`; they keep `outer` as it is, without a reference.
+    /// @{
     basic_serializer_t(i_unknown_t* outer, iptr<i_istream_t> const& stream, iptr<i_object_factory_t> const& factory,
                        int version);
     basic_serializer_t(i_unknown_t* outer, iptr<i_ostream_t>& stream, int version);
     explicit basic_serializer_t(i_unknown_t* outer);
+    /// @}
 
     // Each makes a serializer under the controlling unknown `outer`, or null, and asks it for `iid` into the slot
     // `out`. False when it doesn't have the interface; false, with the slot untouched, when `outer` isn't null and

@@ -19,14 +19,15 @@ namespace velum {
 
 // A standard byte stream as an object, so that it can be held by reference. Each operation is one call of the function
 // of its name on the standard stream, whose position and state all objects share that were made on it; nobody here
-// looks at that state. Offsets and counts are bytes; `way` is 0 to count from the beginning, 1 from the position, 2
-// from the end. A stream is used by one thread at a time.
+// looks at that state. A stream is used by one thread at a time.
 
 /// A stream to read from (`iid_istream`).
 class VELUM_API i_istream_t : public i_unknown_t {
 public:
     /// The position, or -1 where the stream has none or has failed.
     virtual long long tellg() = 0;
+
+    /// Moves it by `offset` bytes, from where `way` says: 0 the beginning, 1 the position, 2 the end.
     virtual void seekg(long long offset, int way) = 0;
 
     /// What doesn't arrive leaves the rest of `data` as it was.
@@ -41,8 +42,14 @@ class VELUM_API i_ostream_t : public i_unknown_t {
 public:
     /// The position, or -1 where the stream has none or has failed.
     virtual long long tellp() = 0;
+
+    /// Moves it by `offset` bytes, from where `way` says: 0 the beginning, 1 the position, 2 the end.
     virtual void seekp(long long offset, int way) = 0;
+
+    /// Writes `count` bytes.
     virtual void write(char const* data, long long count) = 0;
+
+    /// Hands on what the stream still holds back.
     virtual void flush() = 0;
 };
 
@@ -88,11 +95,14 @@ private:
 /// The output stream object. It answers `iid_unknown` and `iid_ostream`; everything else is as in `basic_istream_t`.
 class VELUM_API basic_ostream_t : public aggregatable_t<basic_ostream_t> {
 public:
+    /// As those of `basic_istream_t`.
+    /// @{
     basic_ostream_t(i_unknown_t* outer, boost::shared_ptr<std::basic_ostream<char>> const& stream);
     static bool create(iptr<i_unknown_t> const& outer, boost::shared_ptr<std::basic_ostream<char>> const& stream,
                        guid_t const& iid, void* out);
     static bool create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const& params, guid_t const& iid,
                                 void* out);
+    /// @}
 
     /// "class_name" and "supported_interfaces".
     static std::map<std::string, boost::any> const class_info;

@@ -14,9 +14,11 @@ namespace velum::conformance {
 /// A class as a factory knows it, under its checks.
 class class_checks {
 public:
+    /// Findings go to `found`.
     class_checks(findings& found, iptr<i_object_factory_t> const& factory, guid_t const& clsid)
         : found_(found), factory_(factory), clsid_(clsid) {}
 
+    /// Runs them all.
     void check() {
         if (!factory_->create_object(clsid_, nullptr, nullptr, iid_unknown, &object_) || !object_) {
             add(found_, {"create: no object comes for iid_unknown"});

@@ -12,6 +12,7 @@ namespace velum::conformance {
 /// The relations between the interfaces of an object: which leads to which.
 class relations {
 public:
+    /// Asks each interface for each; findings go to `found`.
     relations(findings& found, iptr<i_unknown_t> const& object, std::set<guid_t> const& interfaces)
         : found_(found), object_(object), ids_(interfaces.begin(), interfaces.end()), sides_(ids_.size()) {
         find_sides();
@@ -23,6 +24,7 @@ public:
         }
     }
 
+    /// Looks at what was answered.
     void check() const {
         for (std::size_t a = 0; a < ids_.size(); ++a) {
             require(found_, static_cast<bool>(sides_[a]),

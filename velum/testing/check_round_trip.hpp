@@ -32,6 +32,7 @@ inline iptr<i_serializer_t> reader_on(std::istream& stream, iptr<i_object_factor
 
 /// The stored form of an object with its graph, and how often the graph leads back to the object.
 struct stored_form {
+    /// Writes `object` with its graph.
     explicit stored_form(iptr<i_serializable_t> const& object) {
         std::ostringstream stream;
         auto const writer = writer_on(stream);
@@ -45,8 +46,8 @@ struct stored_form {
         bytes = stream.str();
     }
 
-    std::string bytes;
-    int ways_back = 0;
+    std::string bytes;  ///< all that was written
+    int ways_back = 0;  ///< references to the object in it
 };
 
 /// Writes an object with its graph, reads it with `factory` and writes what came back: nothing may be left unread, both

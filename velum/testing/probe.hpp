@@ -46,8 +46,8 @@ inline std::int32_t references(i_unknown_t& object) {
 /// An object of no class under test, on the stack: it counts its references and never dies.
 class probe : public i_unknown_t {
 public:
-    std::int32_t count = 0;
-    std::function<void()> on_release;
+    std::int32_t count = 0;            ///< the references on it
+    std::function<void()> on_release;  ///< called before each release
 
     bool query_interface(guid_t const& iid, void* out) override {
         return fill_slot(out, iid == iid_unknown ? this : nullptr);
@@ -64,8 +64,8 @@ public:
 /// A controlling unknown, on the stack: all that it has but its identity is its part.
 class aggregate : public probe {
 public:
-    iptr<i_unknown_t> part;
-    bool hides_part = false;
+    iptr<i_unknown_t> part;   ///< may be null
+    bool hides_part = false;  ///< whether it keeps the part from answering
 
     bool query_interface(guid_t const& iid, void* out) override {
         bool const asks_part = iid != iid_unknown && part && !hides_part;

@@ -20,11 +20,13 @@
 
 namespace velum {
 
+/// Bytes that begin at a multiple of 64 bytes in memory.
 using byte_vector = std::vector<unsigned char, sys::aligned_allocator<unsigned char, 64>>;
+/// Three vectors of three components.
 using linear_space3 = math::linear_space_n<math::vec<float, 3, math::use_simd_tag>, 3>;
+/// The same with an origin.
 using affine_space3 = math::affine_space<linear_space3>;
 
-/// The forms that a value of the catalogue can have in a stream.
 namespace value_shape {
 struct block {};    ///< the bytes of the value as they lie in memory
 struct truth {};    ///< one 32-bit word
@@ -40,14 +42,15 @@ struct object {};   ///< an object of the graph around the value
 /// One line of the catalogue.
 template <int Tag, class Type, class Shape>
 struct value_row {
-    static constexpr int tag = Tag;
-    using type = Type;
-    using shape = Shape;
+    static constexpr int tag = Tag;  ///< the number before a value
+    using type = Type;               ///< what the value is in memory
+    using shape = Shape;             ///< one of `value_shape`
 };
 
+/// The lines of a catalogue.
 template <class... Rows>
 struct value_rows {
-    static constexpr std::size_t size = sizeof...(Rows);
+    static constexpr std::size_t size = sizeof...(Rows);  ///< how many there are
 
     /// Calls `visit` with an instance of each row.
     template <class Visit>
@@ -102,6 +105,7 @@ using value_catalogue = value_rows<
     value_row<47, iptr<i_unknown_t>,                       value_shape::object>>;
 // clang-format on
 
+/// No type of the catalogue has a tag above it.
 inline constexpr int highest_value_tag = 47;
 
 static_assert(value_catalogue::size == 39);

@@ -22,9 +22,11 @@ public:
     /// The empty text.
     ustring();
 
-    /// `s` must not be null. Throws `std::bad_alloc`.
+    /// Interns the text; `s` must not be null. Throws `std::bad_alloc`.
+    /// @{
     ustring(char const* s);
     ustring(std::string const& s);
+    /// @}
 
     friend bool operator==(ustring const& a, ustring const& b) = default;
     friend std::strong_ordering operator<=>(ustring const& a, ustring const& b) {
@@ -34,8 +36,11 @@ public:
     /// The text, valid until the library is unloaded.
     char const* c_str() const { return text_; }
 
+    /// A copy of the text.
+    /// @{
     std::string string() const { return text_; }
     operator std::string() const { return string(); }
+    /// @}
 
     /// Whether this is the empty text; interns it to find out.
     bool empty() const;
@@ -49,7 +54,9 @@ private:
 
 }  // namespace velum
 
+/// @cond
 template <>
 struct std::hash<velum::ustring> {
     std::size_t operator()(velum::ustring const& s) const { return reinterpret_cast<std::size_t>(s.c_str()); }
 };
+/// @endcond

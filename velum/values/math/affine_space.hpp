@@ -10,14 +10,15 @@ namespace math {
 template <class L>
 class VELUM_SHARED_TYPE affine_space {
 public:
-    using vector_type = typename L::vector_type;
+    using vector_type = typename L::vector_type;  ///< that of the origin, and of the basis
 
     constexpr affine_space() = default;
+    /// From its two parts.
     constexpr affine_space(L const& linear_part, vector_type const& origin_part)
         : linear(linear_part), origin(origin_part) {}
 
-    L linear;
-    vector_type origin;
+    L linear;            ///< the basis
+    vector_type origin;  ///< where it stands
 
     friend constexpr bool operator==(affine_space const& a, affine_space const& b) {
         return a.linear == b.linear && a.origin == b.origin;

@@ -19,18 +19,21 @@ class VELUM_SHARED_TYPE aligned_allocator {
     static_assert(A % alignof(T) == 0 && A <= std::numeric_limits<std::uint32_t>::max() / 2);
 
 public:
-    using value_type = T;
+    using value_type = T;  ///< as the standard has it
 
+    /// As the standard has it; `A` stays.
     template <class U>
     struct rebind {
-        using other = aligned_allocator<U, A>;
+        using other = aligned_allocator<U, A>;  ///< the allocator for `U`
     };
 
     constexpr aligned_allocator() = default;
 
+    /// From that of another type: none has any state.
     template <class U>
     constexpr aligned_allocator(aligned_allocator<U, A> const&) {}
 
+    /// Room for `n` elements. Throws `std::runtime_error` ("memory allocation failed").
     T* allocate(std::size_t n) {
         void* const block = n <= most ? std::malloc(n * sizeof(T) + extra) : nullptr;
         if (block == nullptr) {
@@ -43,6 +46,7 @@ public:
         return static_cast<T*>(static_cast<void*>(result));
     }
 
+    /// Gives back what `allocate` gave.
     void deallocate(T* pointer, std::size_t) noexcept {
         char* const result = static_cast<char*>(static_cast<void*>(pointer));
         distance_t distance = 0;
@@ -50,6 +54,7 @@ public:
         std::free(result - distance);
     }
 
+    /// Always: what one allocates another may give back.
     template <class U>
     constexpr bool operator==(aligned_allocator<U, A> const&) const {
         return true;

@@ -12,16 +12,19 @@ namespace math {
 template <class V, int N>
 class VELUM_SHARED_TYPE linear_space_n {
 public:
-    using vector_type = V;
-    static constexpr int size = N;
+    using vector_type = V;          ///< of the basis
+    static constexpr int size = N;  ///< vectors
 
     constexpr linear_space_n() = default;
 
+    /// From all its vectors.
+    /// @{
     template <std::convertible_to<V>... Vectors>
         requires(sizeof...(Vectors) == N)
     constexpr linear_space_n(Vectors const&... vectors) : vectors_{vectors...} {}
 
     constexpr linear_space_n(V const& v0, V const& v1, V const& v2) requires(N == 3) : vectors_{v0, v1, v2} {}
+    /// @}
 
     /// Vector `i`, from 0.
     constexpr V const& operator[](int i) const { return vectors_[i]; }

@@ -13,10 +13,10 @@ namespace tessa {
 template <class T, int R, int C>
 class VELUM_SHARED_TYPE mat {
 public:
-    using value_type = T;
-    static constexpr int rows = R;
-    static constexpr int columns = C;
-    static constexpr int size = R * C;
+    using value_type = T;               ///< of an element
+    static constexpr int rows = R;      ///< of `columns` elements each
+    static constexpr int columns = C;   ///< of `rows` elements each
+    static constexpr int size = R * C;  ///< elements
 
     constexpr mat() = default;
 

@@ -11,10 +11,11 @@ namespace math {
 template <class T>
 class VELUM_SHARED_TYPE quat {
 public:
-    using value_type = T;
-    static constexpr int size = 4;
+    using value_type = T;           ///< of a component
+    static constexpr int size = 4;  ///< components
 
     constexpr quat() = default;
+    /// From its components, in the order in which they are stored.
     constexpr quat(T c0, T c1, T c2, T c3) : components_{c0, c1, c2, c3} {}
 
     /// Component `i`, from 0.

@@ -21,11 +21,12 @@ class VELUM_SHARED_TYPE vec;
 template <class T, int N>
 class alignas(N > 2 ? 16 : alignof(T)) VELUM_SHARED_TYPE vec<T, N, use_simd_tag> {
 public:
-    using value_type = T;
-    static constexpr int size = N;
+    using value_type = T;           ///< of a component
+    static constexpr int size = N;  ///< components
 
     constexpr vec() = default;
 
+    /// From all its components.
     template <std::convertible_to<T>... Components>
         requires(sizeof...(Components) == N)
     constexpr vec(Components... components) : lanes_{static_cast<T>(components)...} {
