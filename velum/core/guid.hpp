@@ -44,11 +44,14 @@ public:
     /// The text form: 38 characters, braces, dashes and upper-case digits.
     VELUM_API std::string string() const;
 
+    /// By the bytes, unsigned, from the first on.
+    /// @{
     friend constexpr bool operator==(guid_t const& a, guid_t const& b) {
         auto const x = std::bit_cast<words>(a.bytes_), y = std::bit_cast<words>(b.bytes_);
         return ((x[0] ^ y[0]) | (x[1] ^ y[1])) == 0;
     }
     VELUM_API friend std::strong_ordering operator<=>(guid_t const& a, guid_t const& b);
+    /// @}
 
 private:
     using words = std::array<std::uint64_t, 2>;

@@ -94,10 +94,12 @@ public:
 
     /// Compares addresses; null comes first. Two interfaces of one object differ: compare what both answer to
     /// `iid_unknown` to learn whether two pointers reach the same object.
+    /// @{
     friend bool operator==(iptr const& a, iptr const& b) { return a.pointer_ == b.pointer_; }
     friend std::strong_ordering operator<=>(iptr const& a, iptr const& b) {
         return reinterpret_cast<std::uintptr_t>(a.pointer_) <=> reinterpret_cast<std::uintptr_t>(b.pointer_);
     }
+    /// @}
 
 private:
     void take() {

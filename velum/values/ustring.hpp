@@ -28,10 +28,13 @@ public:
     ustring(std::string const& s);
     /// @}
 
+    /// By address.
+    /// @{
     friend bool operator==(ustring const& a, ustring const& b) = default;
     friend std::strong_ordering operator<=>(ustring const& a, ustring const& b) {
         return reinterpret_cast<std::uintptr_t>(a.text_) <=> reinterpret_cast<std::uintptr_t>(b.text_);
     }
+    /// @}
 
     /// The text, valid until the library is unloaded.
     char const* c_str() const { return text_; }

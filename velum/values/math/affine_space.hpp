@@ -20,6 +20,7 @@ public:
     L linear;            ///< the basis
     vector_type origin;  ///< where it stands
 
+    /// Whether both parts are equal.
     friend constexpr bool operator==(affine_space const& a, affine_space const& b) {
         return a.linear == b.linear && a.origin == b.origin;
     }

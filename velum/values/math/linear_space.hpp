@@ -29,12 +29,15 @@ public:
     /// Vector `i`, from 0.
     constexpr V const& operator[](int i) const { return vectors_[i]; }
 
+    /// By the vectors: the first two that differ decide. A NaN equals nothing, and makes the values unordered.
+    /// @{
     friend constexpr bool operator==(linear_space_n const& a, linear_space_n const& b) {
         return equal_elements(a.vectors_, b.vectors_, N);
     }
     friend constexpr std::partial_ordering operator<=>(linear_space_n const& a, linear_space_n const& b) {
         return compare_elements(a.vectors_, b.vectors_, N);
     }
+    /// @}
 
 private:
     V vectors_[N] = {};

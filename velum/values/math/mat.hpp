@@ -28,12 +28,15 @@ public:
     /// The element at storage position `i`, from 0: that of row `i / C` and column `i % C`.
     constexpr T operator[](int i) const { return elements_[i]; }
 
+    /// By the elements: the first two that differ decide. A NaN equals nothing, and makes the values unordered.
+    /// @{
     friend constexpr bool operator==(mat const& a, mat const& b) {
         return math::equal_elements(a.elements_, b.elements_, size);
     }
     friend constexpr std::partial_ordering operator<=>(mat const& a, mat const& b) {
         return math::compare_elements(a.elements_, b.elements_, size);
     }
+    /// @}
 
 private:
     T elements_[R * C] = {};

@@ -21,12 +21,15 @@ public:
     /// Component `i`, from 0.
     constexpr T operator[](int i) const { return components_[i]; }
 
+    /// By the components: the first two that differ decide. A NaN equals nothing, and makes the values unordered.
+    /// @{
     friend constexpr bool operator==(quat const& a, quat const& b) {
         return equal_elements(a.components_, b.components_, size);
     }
     friend constexpr std::partial_ordering operator<=>(quat const& a, quat const& b) {
         return compare_elements(a.components_, b.components_, size);
     }
+    /// @}
 
 private:
     T components_[4] = {};

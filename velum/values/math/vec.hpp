@@ -38,10 +38,13 @@ public:
     /// Component `i`, from 0.
     constexpr T operator[](int i) const { return lanes_[i]; }
 
+    /// By the components: the first two that differ decide. A NaN equals nothing, and makes the values unordered.
+    /// @{
     friend constexpr bool operator==(vec const& a, vec const& b) { return equal_elements(a.lanes_, b.lanes_, N); }
     friend constexpr std::partial_ordering operator<=>(vec const& a, vec const& b) {
         return compare_elements(a.lanes_, b.lanes_, N);
     }
+    /// @}
 
 private:
     static constexpr int lane_count = N > 2 ? 4 : N;
