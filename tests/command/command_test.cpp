@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <stdexcept>
 
 namespace {
@@ -100,35 +99,6 @@ TEST(multi_command, runs_forwards_and_undoes_backwards) {
     calls.clear();
     { multi_command_t const last({new recorder(calls, "1"), new recorder(calls, "2"), new recorder(calls, "3")}); }
     EXPECT_EQ(calls, "1!2!3!");
-}
-
-TEST(multi_command, copies_and_moves_its_list_and_count) {
-    using target_t = std::optional<multi_command_t>;
-    struct {
-        void (*act)(target_t&, multi_command_t&);
-        char const *source, *target;
-        std::int32_t count;
-    } const rows[] = {{[](target_t& t, multi_command_t& s) { t.emplace(s); }, "s+", "s+", 3},
-                      {[](target_t& t, multi_command_t& s) { t.emplace(std::move(s)); }, "", "s+", 3},
-                      {[](target_t& t, multi_command_t& s) { *t = s; }, "s+", "s+", 3},
-                      {[](target_t& t, multi_command_t& s) { *t = std::move(s); }, "", "s+", 3},
-                      {[](target_t&, multi_command_t& s) { s = *&s; }, "s+", "t+", 1},
-                      {[](target_t&, multi_command_t& s) { s = std::move(*&s); }, "s+", "t+", 1}};
-    for (auto const& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        journal calls, ran;
-        multi_command_t source({new recorder(calls, "s")});
-        target_t target(std::in_place, std::vector<iptr<i_command_t>>{new recorder(calls, "t")});
-        source.add_ref();
-        source.add_ref();
-        row.act(target, source);
-        calls.clear();
-        source.do_it();
-        ran = std::exchange(calls, {});
-        target->do_it();
-        EXPECT_TRUE(ran == row.source && calls == row.target) << ran << calls;
-        EXPECT_TRUE(source.add_ref() == 3 && target->add_ref() == row.count);
-    }
 }
 
 }  // namespace

@@ -121,28 +121,4 @@ TEST(object_factory, hands_everything_on_and_gives_the_result_back) {
     }
 }
 
-// The objects lie on the stack, under a controlling unknown that doesn't die.
-TEST(object_factory, copies_know_the_same_classes_and_a_moved_one_none) {
-    journal calls;
-    counting_object control(calls, "");
-    auto const side = [](auto& of) { return support::side_of<i_object_factory_t>(of, iid_object_factory); };
-    int inits = 0;
-    basic_object_factory_t source(&control), target(&control);
-    side(source)->register_class(node::id, {}, {}, {}, [&] { ++inits; });
-    side(target)->register_class(guid_t(), {}, {}, {}, {});
-    basic_object_factory_t copy(source), moved(std::move(copy));
-    target = std::move(moved);
-    moved = source;
-    for (auto* const full : {&source, &moved, &target}) {
-        EXPECT_EQ(classes_of(*side(*full)), (std::vector{text_id, node::id, map_id}));
-        EXPECT_EQ(failure_of([&] { side(*full)->register_class(text_id, {}, {}, {}, {}); }), known);
-        EXPECT_EQ(failures_of_use(*side(*full), text_id), "||");
-        side(*full)->register_class(guid_t(), {}, {}, {}, {});  // which the others don't learn of
-    }
-    EXPECT_EQ(failures_of_use(*side(copy), text_id), all_unknown);
-    side(copy)->register_class(text_id, {}, {}, {}, {});
-    EXPECT_EQ(classes_of(*side(copy)), std::vector{text_id});
-    EXPECT_EQ(inits, 1);
-}
-
 }  // namespace

@@ -28,49 +28,6 @@ std::string new_node(std::uint32_t id, std::string const& name, std::string cons
 
 std::string const null = u32(0), to_0 = u32(1) + u32(0), to_1 = u32(1) + u32(1);
 
-TEST(graph, an_object_may_lead_to_itself_from_its_state_alone) {
-    iptr<node> const own(new node("own"));
-    for (bool const early : {false, true}) {
-        (early ? own->origin : own->links.emplace_back()) = own.get();
-        std::stringstream stream;
-        writer_on(stream)->write_object(own.get());
-        own->links.clear();
-        own->origin = nullptr;
-        EXPECT_EQ(stream.str(), new_node(0, "own", early ? to_0 + null : null + to_0 + null));
-        serializable back;
-        auto const reader = reader_on(stream, node_factory());
-        EXPECT_EQ(failure_of([&] { reader->read_object(back); }), early ? no_object : "");
-        EXPECT_EQ(stream.tellg(), 24 + 7 + (early ? 8 : 4 + 8 + 4));
-        EXPECT_TRUE(early ? !back : std::exchange(as_node(back).links, {}) == std::vector{back});
-    }
-}
-
-TEST(graph, shared_objects_come_back_as_one_wherever_they_are) {
-    auto const shared = boxed_text("shared");
-    object_map const map = new_object_map();
-    map->set("m", identity_of(shared));
-    velum::uany_map const inner{{"in", identity_of(shared)}};
-    iptr<node> const top(new node("top"));
-    top->origin =
-        stored_form(velum::uany_map_obj_t::create({{"v", inner}, {"m", identity_of(map)}, {"null", object_ptr()}}));
-    top->links = {shared, stored_form(map)};
-    std::stringstream stream;
-    auto const writer = writer_on(stream), reader = reader_on(stream, node_factory());
-    writer->write_object(top.get());
-    writer->write_object(shared);
-    EXPECT_EQ(stream.str().find("shared"), stream.str().rfind("shared"));
-
-    serializable back, shared_back;
-    EXPECT_TRUE(reader->read_object(back) && reader->read_object(shared_back) && text_in(shared_back) == "shared");
-    object_ptr const one = identity_of(shared_back);
-    auto const& read = iptr<velum::i_uany_map_t>(as_node(back).origin, velum::iid_uany_map)->map();
-    object_ptr const map_back = identity_of(as_node(back).links.at(1));
-    EXPECT_EQ(identity_of(as_node(back).links[0]), one);
-    EXPECT_EQ(boost::any_cast<object_ptr>(boost::any_cast<velum::uany_map>(read.at("v")).at("in")), one);
-    EXPECT_EQ(object_map(map_back, velum::iid_unknown_map)->get("m"), one);
-    EXPECT_TRUE(boost::any_cast<object_ptr>(read.at("m")) == map_back && !boost::any_cast<object_ptr>(read.at("null")));
-}
-
 TEST(graph, the_mapper_stands_before_every_record) {
     auto const a = boxed_text("a"), b = boxed_text("b"), c = boxed_text("c");
     journal asked;

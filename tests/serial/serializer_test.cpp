@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <optional>
 #include <utility>
 
 namespace {
@@ -96,56 +95,6 @@ TEST(serializer, refuses_what_it_has_no_stream_or_factory_for) {
         {[&] { reader->read_object(read); }, "object factory"}};
     for (auto const& [act, lacks] : rows) {
         EXPECT_EQ(failure_of(act), std::string("std::runtime_error: serializer has no ") + lacks);
-    }
-}
-
-using serializer_t = velum::basic_serializer_t;
-
-// The objects lie on the stack, under a controlling unknown that doesn't die.
-TEST(serializer, copies_share_the_stream_and_have_the_rest_for_themselves) {
-    using target_t = std::optional<serializer_t>;
-    std::pair<void (*)(target_t&, serializer_t&), bool> const rows[] = {
-        {[](target_t& t, serializer_t& s) { t.emplace(s); }, false},
-        {[](target_t& t, serializer_t& s) { t.emplace(std::move(s)); }, true},
-        {[](target_t& t, serializer_t& s) { *t = s; }, false},
-        {[](target_t& t, serializer_t& s) { *t = std::move(s); }, true}};
-    auto const known = boxed_text("known"), to_come = boxed_text("to come");
-    for (std::size_t i = 0; i < 2 * std::size(rows); ++i) {
-        auto const [act, moves] = rows[i / 2];
-        std::uint32_t const number = i % 2 * 5;  // one that a writer gives, and one of another table
-        std::string const numbered = std::string(hi).replace(4, 4, u32(number)).replace(hi.size() - 4, 4, u32(number));
-        journal calls, mapped;
-        counting_object control(calls, "");
-        auto const side = [](auto& of) { return side_of<velum::i_serializer_t>(of, velum::iid_serializer); };
-        recorded const written(new recording_stream),
-            read(new recording_stream(numbered + u32(1) + u32(number) + numbered));
-        velum::iptr<velum::i_ostream_t> output(written.get());
-        serializer_t writer(&control, output, 3), reader(&control, read.get(), new_factory(), 3);
-        target_t second_writer(std::in_place, &control),
-            second_reader(std::in_place, &control, new recording_stream(numbered), new_factory(), 3);
-        side(writer)->set_object_mapper([&](serializable const& o) { return mapped += "m", o; });
-        side(writer)->attributes()["a"] = 1;
-        side(writer)->write_object(known);
-        act(second_writer, writer);
-        for (serializer_t* const each : {&*second_writer, &writer}) {
-            bool const knows = each != &writer || !moves;
-            EXPECT_TRUE(side(*each)->version() == 3 && side(*each)->attributes().size() == (knows ? 1U : 0U));
-            written->bytes.clear();
-            mapped.clear();
-            side(*each)->write_object(known);
-            side(*each)->write_object(to_come);
-            EXPECT_TRUE(written->bytes.starts_with((knows ? u32(1) + u32(0) : std::string()) + u32(2) + u32(1)));
-            EXPECT_EQ(mapped, knows ? "mm" : "");
-        }
-        serializable first, again;
-        side(*second_reader)->read_object(again);  // which it forgets
-        side(reader)->read_object(first);
-        act(second_reader, reader);
-        EXPECT_TRUE(side(*second_reader)->read_object(again) && again == first);
-        EXPECT_EQ(failure_of([&] { side(reader)->read_object(again); }),
-                  moves ? "std::runtime_error: object not deserialized yet" : "");
-        EXPECT_TRUE(side(reader)->read_object(again) && again != first) << "stream and factory stay";
-        EXPECT_TRUE(side(reader)->read_object(first) && first == again);
     }
 }
 

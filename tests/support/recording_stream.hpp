@@ -12,10 +12,6 @@
 
 namespace support {
 
-/// What becomes of a transfer that fails: an exception, nothing or half of it before the end, or half of it and then
-/// the next one as if it had come whole.
-enum class fault { throws, ends, halves, skips };
-
 /// A stream object of both directions over a string: what is written goes to its end, what is read comes from
 /// `position` on.
 class recording_stream : public velum::flat_t<recording_stream, velum::i_istream_t, velum::i_ostream_t> {
@@ -25,8 +21,7 @@ public:
     std::string bytes;
     std::size_t position = 0;
     std::string calls;                 ///< "4 16 tell ": the size of each transfer, the name of anything else
-    int transfers_left = -1;           ///< at 0 a transfer fails; below it there is no limit
-    fault failure = fault::throws;     ///< how
+    int transfers_left = -1;           ///< at 0 a transfer throws; below it there is no limit
     bool can_tell = true;              ///< without it the position is always -1
     bool stands_still = false;         ///< a read that falls short leaves the position where it was
     bool ended = false;                ///< a read fell short, so there is no position, as in a standard stream
@@ -44,8 +39,8 @@ public:
     void read(char* data, long long size) override {
         std::size_t const there = std::min(transfer(size), bytes.size() - position);
         std::copy_n(bytes.data() + position, there, data);
-        position += failure == fault::skips ? static_cast<std::size_t>(size) : there;
-        ended = ended || (there != static_cast<std::size_t>(size) && failure != fault::skips);
+        position += there;
+        ended = ended || there != static_cast<std::size_t>(size);
     }
 
     void write(char const* data, long long size) override { bytes.append(data, transfer(size)); }
@@ -54,15 +49,11 @@ private:
     friend velum::object_access;
 
     std::size_t transfer(long long size) {
-        bool const fails = transfers_left-- == 0;
-        if (fails && failure == fault::throws) {
+        if (transfers_left-- == 0) {
             throw std::runtime_error("stream failed");
         }
         calls += std::to_string(size) + " ";
-        auto const whole = static_cast<std::size_t>(size);
-        std::size_t const delivered = ended || (fails && failure == fault::ends) ? 0 : fails ? whole / 2 : whole;
-        ended = ended || (fails && failure != fault::skips);
-        return delivered;
+        return static_cast<std::size_t>(size);
     }
 
     std::int32_t ref_count = 0;

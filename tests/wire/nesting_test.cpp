@@ -125,19 +125,6 @@ void everywhere(Work work) {
     }
 }
 
-TEST(nesting, a_million_levels_are_not_read) {
-    everywhere([](route way, std::size_t kind) {
-        EXPECT_EQ(failure_of_reading(way, deep_bytes(kind, 1000000, 2)), too_deep);
-    });
-}
-
-TEST(nesting, hundreds_of_thousands_of_levels_are_not_written) {
-    everywhere([](route way, std::size_t kind) {
-        deep_map const deep(kind, 300000);
-        EXPECT_EQ(write_by(way, deep.map).failure, too_deep);
-    });
-}
-
 TEST(nesting, what_is_written_can_be_read_copied_and_destroyed) {
     everywhere([](route way, std::size_t kind) {
         int const depth = deepest([&](int n) { return write_by(way, deep_map(kind, n).map).failure.empty(); });

@@ -1,4 +1,4 @@
-#include "support/samples.hpp"
+#include "support/bytes.hpp"
 #include "wire/route.hpp"
 
 #include <velum/velum.hpp>
@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -20,43 +19,6 @@ using ivec3 = math::vec<int, 3, math::use_simd_tag>;
 
 class round_trip : public by_route {};
 INSTANTIATE_TEST_SUITE_P(on, round_trip, both_routes(), route_name);
-
-// Stored documents rest on these bytes.
-TEST_P(round_trip, the_document_of_93_bytes) {
-    any_map const document{
-        {"flag", true}, {"name", std::string("hi")}, {"pos", fvec3(1, 2, 3)}, {"sub", uany_map{{"n", -2LL}}}};
-    std::string const bytes = from_hex(
-        "04000000 04000000 666c6167 02000000 01000000 04000000 6e616d65 01000000 02000000 6869"
-        "03000000 706f73 19000000 0000803f 00000040 00004040"
-        "03000000 737562 2b000000 01000000 01000000 6e 1f000000 feffffffffffffff");
-    ASSERT_EQ(bytes.size(), 93U);
-    EXPECT_EQ(write(document).bytes, bytes);
-    any_map back;
-    EXPECT_EQ(read(bytes + "more", back).consumed, 93U);
-    EXPECT_TRUE(same_map(document, back));
-}
-
-TEST_P(round_trip, every_type_has_its_bytes) {
-    std::set<int> tags;
-    for (sample const& row : samples()) {
-        tags.insert(row.tag);
-        if (row.tag == 47 && GetParam() == route::stream) {
-            continue;
-        }
-        SCOPED_TRACE(row.tag);
-        std::string const bytes = body_of("k", row.tag, row.payload);
-        EXPECT_EQ(write(any_map{{"k", row.value}}).bytes, bytes);
-        EXPECT_EQ(write(uany_map{{"k", row.value}}).bytes, bytes);
-        any_map back;
-        uany_map interned_back;
-        EXPECT_EQ(read(bytes, back).consumed, bytes.size());
-        EXPECT_EQ(read(bytes, interned_back).consumed, bytes.size());
-        EXPECT_EQ(velum::type_key(back.at("k").type()), velum::type_key(row.value.type()));
-        EXPECT_EQ(write(back).bytes, bytes);
-        EXPECT_EQ(write(interned_back).bytes, bytes);
-    }
-    EXPECT_EQ(tags.size(), velum::value_catalogue::size);
-}
 
 TEST_P(round_trip, the_fourth_lane_of_three_is_not_stored) {
     auto const check = [&]<class T>(T const& value) {
