@@ -66,14 +66,6 @@ TEST(object, of_every_stored_class_survives_a_round_trip) {
     }
 }
 
-TEST(object, counts_from_0_and_dies_at_0) {
-    i_unknown_t* const object = new panel_t;
-    EXPECT_TRUE(object->add_ref() == 1 && object->add_ref() == 2 && object->release() == 1);
-    EXPECT_EQ(panel_t::alive, 1);
-    EXPECT_EQ(object->release(), 0);
-    EXPECT_EQ(panel_t::alive, 0);
-}
-
 TEST(object, of_several_parts_is_one) {
     EXPECT_EQ(conformance::check_object(panel_t::make(), {iid_unknown, iid_string}), conformance::findings());
     EXPECT_EQ(panel_t::alive, 0);

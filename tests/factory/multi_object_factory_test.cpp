@@ -81,27 +81,6 @@ TEST(multi_object_factory, asks_the_last_member_that_knows_the_class) {
     EXPECT_FALSE(factory->registered_classes().contains(clsid_late));
 }
 
-TEST(multi_object_factory, hands_on_what_it_is_given) {
-    iptr<i_object_factory_t> const factory = composite({});
-    iptr<i_unknown_t> const outer(plain().get());
-    iptr<i_unknown_map_t> params;
-    basic_unknown_map_t::create(nullptr, iid_unknown_map, &params);
-    iptr<i_unknown_t> slot;
-    int initialised = 0;
-    factory->register_class(
-        clsid_thing,
-        [&](auto const& o, auto const& p, auto const& iid, void* out) {
-            return o == outer && p == params && &iid == &iid_string && out == &slot;
-        },
-        {{"class_name", std::string("thing")}},
-        [&](auto const& o, auto const& s, auto& out) { return o == outer && !s && &out == &slot; },
-        [&] { ++initialised; });
-    EXPECT_TRUE(factory->create_object(clsid_thing, outer, params, iid_string, &slot));
-    EXPECT_TRUE(factory->deserialize_object(clsid_thing, outer, nullptr, slot));
-    EXPECT_EQ(any_map_get<std::string>(factory->class_info(clsid_thing), "class_name"), "thing");
-    EXPECT_EQ(initialised, 1);
-}
-
 TEST(multi_object_factory, shows_what_a_failed_registration_left) {
     iptr<i_object_factory_t> factory;
     EXPECT_TRUE(multi_object_factory_t::create_function(nullptr, nullptr, iid_object_factory, &factory));

@@ -104,11 +104,14 @@ TEST(object_factory, takes_a_class_from_its_record) {
 }
 
 TEST(object_factory, hands_everything_on_and_gives_the_result_back) {
-    object_factory const factory = plain_factory();
-    object_ptr const outer = identity_of(factory);
+    object_ptr const outer = identity_of(new_factory());
     object_map const params = new_object_map();
     object_ptr slot, rebuilt;
-    for (bool const answer : {true, false}) {
+    for (int const i : {0, 1, 2, 3}) {
+        object_factory const factory =
+            i / 2 == 0 ? plain_factory()
+                       : make<multi_object_factory_t>(std::set<object_factory>{}).as<i_object_factory_t>();
+        bool const answer = i % 2 == 0;
         guid_t const id = answer ? iid_string : iid_unknown;
         auto const create = [&](auto const& o, auto const& p, guid_t const& iid, void* out) {
             return (o == outer && p == params && iid == id && out == &slot) == answer;

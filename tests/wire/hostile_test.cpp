@@ -12,6 +12,7 @@
 #include <limits>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -47,37 +48,20 @@ protected:
 };
 INSTANTIATE_TEST_SUITE_P(on, hostile, both_routes(), route_name);
 
+// Promises of other lengths are among the inputs of the fuzzers.
 TEST_P(hostile, promises_take_no_memory) {
-    std::string const four_gib = u32(0xFFFFFFFF), tib = u64(std::uint64_t{1} << 40U);
-    std::string deep_maps, deep_values;
-    for (int level = 0; level < 1000; ++level) {
-        deep_maps += u32(1) + u32(0) + u32(41) + u32(349000);
-        deep_values += u32(46) + u32(2000000);
-    }
-    std::string const no_tag = "velum::unknown_type: " + p + p + "type_id<0>" + r + "k";
-    struct {
-        char const* of;
-        std::string body;
-        std::string failure;
-    } const rows[] = {
-        {"a text", body_of("k", 1, four_gib + "abc"), too_long},
-        {"an interned text", body_of("k", 42, four_gib + "abc"), too_long},
-        {"a key", u32(1) + four_gib + "abc", too_long},
-        {"a key in the 40th map", body_of("k", 41, u32(40) + std::string(39 * 4, '\0') + u32(1) + four_gib), too_long},
-        {"1 TiB", body_of("k", 45, tib + "abc"), too_long},
-        {"1 TiB, the count cut short", body_of("k", 45, tib.substr(0, 6)), too_long},
-        {"more than 1 TiB", body_of("k", 45, u64((std::uint64_t{1} << 40U) + 1) + "abc"), no_memory},
-        {"2^63-1 bytes", body_of("k", 45, u64(std::numeric_limits<std::int64_t>::max())), no_memory},
-        {"2^63 bytes", body_of("k", 45, u64(std::uint64_t{1} << 63U)), "std::length_error: vector too long"},
-        {"4 billion maps", body_of("k", 41, four_gib), too_long},
-        {"4 billion maps, the count cut short", body_of("k", 41, four_gib.substr(0, 3)), too_long},
-        {"4 billion interned maps, some of them there", body_of("k", 44, four_gib + std::string(4000, '\0')), too_long},
-        {"4 billion values", body_of("k", 46, four_gib), no_tag},
-        {"16 GB of maps in all", deep_maps, too_long},
-        {"16 GB of values in all", u32(1) + u32(1) + "k" + deep_values, no_tag},
+    std::string const four_gib = u32(0xFFFFFFFF);
+    std::pair<std::string, std::string> const rows[] = {
+        {body_of("k", 45, u64(std::uint64_t{1} << 40U) + "abc"), too_long},
+        {body_of("k", 45, u64((std::uint64_t{1} << 40U) + 1) + "abc"), no_memory},
+        {body_of("k", 45, u64(std::numeric_limits<std::int64_t>::max())), no_memory},
+        {body_of("k", 45, u64(std::uint64_t{1} << 63U)), "std::length_error: vector too long"},
+        {body_of("k", 41, u32(40) + std::string(39 * 4, '\0') + u32(1) + four_gib), too_long},
+        {body_of("k", 44, four_gib + std::string(4000, '\0')), too_long},
+        {body_of("k", 46, four_gib), "velum::unknown_type: " + p + p + "type_id<0>" + r + "k"},
     };
-    for (auto const& [of, body, failure] : rows) {
-        EXPECT_EQ(failure_within(40 * mebibyte, body), failure) << of;
+    for (auto const& [body, failure] : rows) {
+        EXPECT_EQ(failure_within(40 * mebibyte, body), failure) << testing::PrintToString(body.substr(0, 40));
     }
 }
 
