@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 namespace {
@@ -21,6 +22,10 @@ object_factory plain_factory() {
     object_factory factory;
     EXPECT_TRUE(basic_object_factory_t::create_function(nullptr, nullptr, iid_object_factory, &factory));
     return factory;
+}
+
+object_factory composite(std::set<object_factory> const& members) {
+    return make<multi_object_factory_t>(members).as<i_object_factory_t>();
 }
 
 std::vector<guid_t> classes_of(i_object_factory_t const& factory) {
@@ -108,9 +113,7 @@ TEST(object_factory, hands_everything_on_and_gives_the_result_back) {
     object_map const params = new_object_map();
     object_ptr slot, rebuilt;
     for (int const i : {0, 1, 2, 3}) {
-        object_factory const factory =
-            i / 2 == 0 ? plain_factory()
-                       : make<multi_object_factory_t>(std::set<object_factory>{}).as<i_object_factory_t>();
+        object_factory const factory = i / 2 == 0 ? plain_factory() : composite({});
         bool const answer = i % 2 == 0;
         guid_t const id = answer ? iid_string : iid_unknown;
         auto const create = [&](auto const& o, auto const& p, guid_t const& iid, void* out) {
@@ -121,6 +124,84 @@ TEST(object_factory, hands_everything_on_and_gives_the_result_back) {
         EXPECT_EQ(factory->create_object(id, outer, params, id, &slot), answer);
         EXPECT_EQ(factory->deserialize_object(id, outer, nullptr, rebuilt), answer);
         EXPECT_TRUE(rebuilt == object_ptr(params.get()) && factory->class_info(id).count("anything") == 1);
+    }
+}
+
+guid_t const clsid_thing("{1C5D0E6F-2B3A-4C49-8D57-6E7F80910A01}");
+guid_t const clsid_other("{2C5D0E6F-2B3A-4C49-8D57-6E7F80910A02}");
+
+/// Registers a class whose functions give `result` and count their calls.
+void add(object_factory const& factory, guid_t const& clsid, int& calls, bool result = true) {
+    factory->register_class(
+        clsid, [&calls, result](auto const&, auto const&, auto const&, void*) { return ++calls, result; },
+        {{"clsid", clsid}}, [&calls, result](auto const&, auto const&, auto&) { return calls += 10, result; }, {});
+}
+
+bool create(object_factory const& factory, guid_t const& clsid) {
+    object_ptr out;
+    return factory->create_object(clsid, nullptr, nullptr, iid_unknown, &out);
+}
+
+TEST(multi_object_factory, asks_the_last_member_that_knows_the_class) {
+    object_factory const members[] = {plain_factory(), plain_factory()};
+    auto const [low, high] = std::minmax(members[0], members[1]);
+    int low_calls = 0, high_calls = 0, late_calls = 0;
+    add(low, clsid_thing, low_calls);
+    add(high, clsid_thing, high_calls, false);
+    add(low, clsid_other, low_calls);
+    object_factory const inner = composite({low, high}), factory = composite({inner});
+    object_ptr out;
+    EXPECT_FALSE(create(factory, clsid_thing)) << "no second try with the other member";
+    EXPECT_FALSE(factory->deserialize_object(clsid_thing, nullptr, nullptr, out));
+    EXPECT_TRUE(low_calls == 0 && high_calls == 11);
+    EXPECT_TRUE(create(factory, clsid_other) && low_calls == 1);
+    EXPECT_EQ(&factory->class_info(clsid_thing), &high->class_info(clsid_thing));
+    EXPECT_EQ(factory->registered_classes(), (std::set<guid_t>{text_id, map_id, clsid_thing, clsid_other}));
+    EXPECT_TRUE(create(factory, text_id));
+
+    // What is registered here serves the class from now on, and what is registered on a member isn't seen.
+    int calls = 0;
+    add(factory, clsid_thing, calls);
+    EXPECT_TRUE(create(factory, clsid_thing) && calls == 1 && high_calls == 11);
+    EXPECT_EQ(failure_of([&] { add(factory, clsid_thing, calls); }), known);
+    guid_t const clsid_late("{3C5D0E6F-2B3A-4C49-8D57-6E7F80910A03}");
+    add(low, clsid_late, late_calls);
+    EXPECT_EQ(failures_of_use(*factory, clsid_late), all_unknown);
+    EXPECT_FALSE(factory->registered_classes().contains(clsid_late));
+}
+
+TEST(multi_object_factory, shows_what_a_failed_registration_left) {
+    object_factory factory;
+    EXPECT_TRUE(multi_object_factory_t::create_function(nullptr, nullptr, iid_object_factory, &factory));
+    EXPECT_TRUE(factory->registered_classes().empty());
+    EXPECT_EQ(failures_of_use(*factory, text_id), all_unknown);
+    int calls = 0;
+    EXPECT_EQ(failure_of([&] { add(factory, text_id, calls); }), known);
+    EXPECT_EQ(failure_of([&] {
+                  factory->register_class({{"clsid", clsid_thing}});
+              }),
+              "velum::key_not_found: key not found in any_map: create_function");
+    EXPECT_EQ(failure_of([&] {
+                  factory->register_class({{"class_name", 1}});
+              }),
+              "velum::key_not_found: key not found in any_map: clsid");
+    EXPECT_EQ(factory->registered_classes(), (std::set<guid_t>{text_id, clsid_thing}));
+    EXPECT_EQ(failures_of_use(*factory, clsid_thing), all_unknown);
+    factory->register_class(uany_map_obj_t::_class_info);
+    EXPECT_TRUE(create(factory, uany_map_obj_t::_clsid));
+    EXPECT_EQ(failure_of([] { composite({nullptr}); }), "std::runtime_error: object factory is null");
+}
+
+// The objects lie on the stack, under a controlling unknown that doesn't die.
+TEST(multi_object_factory, copies_and_moves_share_the_factory_of_their_own) {
+    journal calls_of_outer;
+    counting_object outer(calls_of_outer, "outer");
+    multi_object_factory_t source(&outer, {}), copy(source), moved(std::move(copy));
+    auto const side = [](auto& of) { return support::side_of<i_object_factory_t>(of, iid_object_factory); };
+    int calls = 0;
+    add(side(moved), clsid_thing, calls);
+    for (auto* const each : {&source, &copy}) {
+        EXPECT_EQ(failure_of([&] { add(side(*each), clsid_thing, calls); }), known);
     }
 }
 

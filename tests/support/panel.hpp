@@ -6,8 +6,6 @@
 
 namespace support {
 
-inline velum::guid_t const iid_of_nobody("{0D0C6B7A-53E5-4B0E-9F0B-5B8C61A7D003}");
-
 /// A class as another module makes it from the library's building blocks; a boxed string is a part of each panel.
 class panel_t : public velum::flat_t<panel_t, velum::i_unknown_t> {
 public:
