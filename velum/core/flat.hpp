@@ -26,14 +26,14 @@ public:
     /// which may be null; any other is made by its default constructor.
     static bool create_function(iptr<i_unknown_t> const& outer, iptr<i_unknown_map_t> const& params, guid_t const& iid,
                                 void* out) {
-        return !outer && make(params)->query_interface(iid, out);
+        return !outer && made_from(params)->query_interface(iid, out);
     }
 
     /// Makes an object whose content `deserialize` reads. False when `outer` isn't null. A class with a construction
     /// stage reads it in a constructor from `s`; any other is made by its default constructor.
     static bool deserialize_function(iptr<i_unknown_t> const& outer, iptr<i_serializer_t> const& s,
                                      iptr<i_unknown_t>& out) {
-        return !outer && make(s)->query_interface(iid_unknown, &out);
+        return !outer && made_from(s)->query_interface(iid_unknown, &out);
     }
 
 protected:
@@ -46,7 +46,7 @@ protected:
 
 private:
     template <class Argument>
-    static iptr<Object> make(Argument const& argument) {
+    static iptr<Object> made_from(Argument const& argument) {
         return object_access::pass_if_taken<Object>(
             argument, [](auto const&... taken) { return object_access::make<Object>(taken...); });
     }
