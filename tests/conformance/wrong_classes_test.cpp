@@ -134,6 +134,9 @@ std::vector<row> rows() {
         {"query_interface: {7DBD8CA5-357A-4C94-ACB8-EFDC52A200F9} answers for an interface that no class has",
          {.ask = [](wrong& w, guid_t const& iid,
                     void* out) { return w.answer(iid == conformance::iid_of_nobody ? iid_string : iid, out); }}},
+        {"query_interface: one pointer stands for ",
+         {.ask = [](wrong& w, guid_t const& iid,
+                    void* out) { return w.answer(iid == iid_uany_map ? iid_string : iid, out); }}},
         {"identity: ", {.ask = by_another({})}},
         {"slot: a question leaves the old content in it",
          {.ask = [](wrong& w, guid_t const& iid,
@@ -173,6 +176,9 @@ std::vector<row> rows() {
                   auto const made = make<wrong>();
                   return !outer && made->answer(iid, out) && made->add_ref() > 0;
               }}},
+        {"create: what comes for {D2873496",
+         {.create = [](slot const& outer, guid_t const&,
+                       void* out) { return !outer && make<wrong>()->answer(iid_unknown, out); }}},
         {"create: an interface that the class doesn't have must be refused",
          {.create =
               [](slot const& outer, guid_t const& iid, void* out) {
@@ -187,6 +193,12 @@ std::vector<row> rows() {
                   return make<wrong>()->answer(outer && iid == iid_unknown ? conformance::iid_of_nobody : iid, out) &&
                          !outer;
               }}},
+        {"aggregate: the result is true, and the slot empty",
+         {.create =
+              [](slot const& outer, guid_t const& iid, void* out) {
+                  bool const is_part = outer && iid == iid_unknown;
+                  return (make<wrong>()->answer(is_part ? conformance::iid_of_nobody : iid, out) && !outer) || is_part;
+              }}},
         {"aggregate: the controlling unknown must not be counted",
          {.create =
               [](slot const& outer, guid_t const& iid, void* out) {
@@ -197,6 +209,11 @@ std::vector<row> rows() {
          {.create = [](slot const& outer, guid_t const& iid,
                        void* out) { return (!outer || iid == iid_unknown) && make<wrong>()->answer(iid, out); }}},
         {"deserialize function: it makes no object", {.rebuild = [](auto&&...) { return false; }}},
+        {"deserialize function: a new object comes with more than the reference",
+         {.rebuild =
+              [](slot const& outer, auto const&, slot& out) {
+                  return !outer && make<wrong>()->answer(iid_unknown, &out) && out->add_ref() > 0;
+              }}},
         {"deserialize function: it makes an object of another class",
          {.rebuild = basic_string_t::deserialize_function}},
         {"deserialize function: it leaves bytes of the construction stage unread",

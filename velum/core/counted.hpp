@@ -16,6 +16,11 @@
 
 namespace velum {
 
+template <class Object, class... Interfaces>
+class counted_t;
+template <class Payload, class... Interfaces>
+class nested_t;
+
 /// One line of what a class answers to `query_interface`: an identifier and the pointer that stands for it.
 struct answer_t {
     /// Keeps both as they are, without a reference. A null `p` is no answer.
@@ -44,13 +49,22 @@ struct object_access {
         }
     }
 
+    /// Whether `add_ref` is that of `counted_t`, and not one of the class's own.
+    template <class Object>
+    static constexpr bool counts_plainly = requires {
+        is_of_counted(&Object::add_ref);
+    };
+
+    template <class Object, class... Interfaces>
+    static void is_of_counted(std::int32_t (counted_t<Object, Interfaces...>::*)());
+
     /// A new object. Nobody else knows of it, so its first reference is taken without an indivisible step and without
     /// `add_ref`, unless its constructor has made it known.
     template <class Object, class... Arguments>
     static iptr<Object> make(Arguments&&... arguments) {
         auto* const object = new Object(std::forward<Arguments>(arguments)...);
         iptr<Object> holder;
-        if (__atomic_load_n(&object->ref_count, __ATOMIC_RELAXED) != 0) {
+        if (!counts_plainly<Object> || __atomic_load_n(&object->ref_count, __ATOMIC_RELAXED) != 0) {
             holder = object;
         } else {
             object->ref_count = 1;
@@ -59,10 +73,26 @@ struct object_access {
         return holder;
     }
 
+    /// Is none of the arguments that a class could mean.
+    struct unrelated {};
+
+    /// Converts to an `Argument` and nothing else.
+    template <class Argument>
+    struct leads_to {
+        operator Argument const&() const;
+    };
+
+    /// Whether what takes an `Argument` is a constructor that takes anything, such as one from a `boost::any`.
+    template <class Object, class Argument>
+    static constexpr bool takes_anything = requires {
+        new Object(unrelated{});
+        new Object(leads_to<Argument>{});
+    };
+
     /// Calls `maker` with `argument` if an `Object` can be made from that, otherwise with nothing.
     template <class Object, class Argument, class Maker>
     static auto pass_if_taken(Argument const& argument, Maker maker) {
-        if constexpr (requires { new Object(argument); }) {
+        if constexpr (requires { new Object(argument); } && !takes_anything<Object, Argument>) {
             return maker(argument);
         } else {
             return maker();
@@ -85,10 +115,16 @@ struct object_access {
         }
     }
 
+    /// That of the building block, whatever the class derived from it calls `outer`.
+    template <class Payload, class... Interfaces>
+    static void set_controlling(nested_t<Payload, Interfaces...>& nested, i_unknown_t* outer) {
+        nested.outer = outer;
+    }
+
     /// Sets the controlling unknown, without a reference.
     template <class Object>
     static void control(Object& object, i_unknown_t* outer) {
-        object.imp.outer = outer;
+        set_controlling(object.imp, outer);
     }
 };
 
@@ -137,6 +173,9 @@ struct interface_list {
 private:
     template <class Interface>
     static constexpr bool are_distinct() {
+        static_assert(
+            sizeof(Interface) == sizeof(i_unknown_t) && requires(i_unknown_t * p) { static_cast<Interface*>(p); },
+            "an interface derives from velum::i_unknown_t alone and has no data");
         return detail::have_identifiers_of_their_own<Interface, i_unknown_t>() &&
                (detail::have_identifiers_of_their_own<Interface, Interfaces>() && ...);
     }

@@ -111,7 +111,7 @@ class outer_of final : public aggregatable_t<outer_of<Nested>> {
 public:
     template <class... Arguments>
     explicit outer_of(i_unknown_t* controlling, Arguments&&... arguments) : imp(std::forward<Arguments>(arguments)...) {
-        imp.outer = controlling;
+        object_access::set_controlling(imp, controlling);
     }
 
     using aggregatable_t<outer_of>::create_object;

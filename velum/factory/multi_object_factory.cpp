@@ -53,8 +53,8 @@ void multi_object_factory_t::multi_object_factory_imp_t::route_to_own(guid_t con
     class_table<i_object_factory_t*> route{{clsid, payload.own.get()}};
     payload.routes.reserve(payload.routes.size() + 1);
     register_class_in(*payload.own);
-    payload.routes.erase(clsid);
-    payload.routes.merge(route);
+    payload.routes.merge(route);  // which leaves a route that is there, for the line below
+    payload.routes.find(clsid)->second = payload.own.get();
 }
 
 bool multi_object_factory_t::multi_object_factory_imp_t::create_object(guid_t const& clsid,

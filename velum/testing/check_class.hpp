@@ -26,6 +26,8 @@ public:
         }
         require(found_, references(*object_) == 1,
                 "create: a new object comes with more than the reference in the slot");
+        require(found_, slot(object_, iid_unknown) == object_,
+                "create: iid_unknown isn't what the object answers to it");
         check_record();
         add(found_, check_object(object_, interfaces_));
         check_creation();
@@ -67,7 +69,15 @@ private:
     void check_creation() {
         for (guid_t const& iid : interfaces_) {
             slot made;
-            require(found_, create(nullptr, iid, made) && made, "create: no object comes for " + iid.string());
+            bool const is_made = create(nullptr, iid, made) && made;
+            require(found_, is_made, "create: no object comes for " + iid.string());
+            if (is_made) {
+                require(found_, slot(made, iid) == made,
+                        "create: what comes for " + iid.string() + " is another interface");
+                require(found_, references(*made) == 1,
+                        "create: a new object comes with more than the reference in the slot (asked for " +
+                            iid.string() + ")");
+            }
         }
         probe old;
         slot out(&old);
@@ -96,6 +106,7 @@ private:
             return;
         }
         require(found_, old.count == 0, "aggregate: the old content of the slot isn't released");
+        require(found_, static_cast<bool>(out), "aggregate: the result is true, and the slot empty");
         require(found_, outer.count == 0, "aggregate: the controlling unknown must not be counted");
         if (out) {
             check_part(outer, out);
@@ -106,10 +117,8 @@ private:
         require(found_, slot(part, iid_unknown) == part, "aggregate: the part's own iid_unknown isn't the part");
         for (guid_t const& iid : interfaces_) {
             slot const side = iid == iid_unknown ? nullptr : ask(found_, *part, outer, iid);
-            outer.hides_part = true;
             require(found_, !side || !slot(side, iid),
                     "aggregate: a question to " + iid.string() + " doesn't go to the controlling unknown");
-            outer.hides_part = false;
         }
         require(found_, references(*part) == 1, "aggregate: an interface of the part counts on the part");
         outer.part = part;
@@ -123,6 +132,7 @@ private:
         object.serialize_obj(writer_on(written));
         auto const rebuild = [&](i_unknown_t* outer, slot& out) {
             std::istringstream stream(written.str());
+            stream.exceptions(std::ios::failbit | std::ios::badbit);
             bool const made = factory_->deserialize_object(clsid_, outer, reader_on(stream, factory_), out);
             require(found_, !made || stream.rdbuf()->in_avail() <= 0,
                     "deserialize function: it leaves bytes of the construction stage unread");
@@ -133,6 +143,8 @@ private:
             add(found_, {"deserialize function: it makes no object"});
             return;
         }
+        require(found_, references(*rebuilt) == 1,
+                "deserialize function: a new object comes with more than the reference in the slot");
         auto const stored = rebuilt.try_as<i_serializable_t>();
         require(found_, stored && stored->clsid() == clsid_,
                 "deserialize function: it makes an object of another class");
@@ -156,7 +168,11 @@ private:
 ///     for (std::string const& finding : velum::conformance::check_class(factory, note_t::class_id)) { ... }
 inline findings check_class(iptr<i_object_factory_t> const& factory, guid_t const& clsid) {
     findings found;
-    class_checks(found, factory, clsid).check();
+    try {
+        class_checks(found, factory, clsid).check();
+    } catch (std::exception const& failure) {
+        add(found, {std::string("failed: ") + failure.what()});
+    }
     return found;
 }
 

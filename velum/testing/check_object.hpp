@@ -59,6 +59,8 @@ private:
             }
             require(found_, !leads_[a][b] || leads_[b][a],
                     "query_interface: not symmetric: " + path({a, b}) + " works, " + path({b, a}) + " fails");
+            require(found_, a == b || ids_[a] == iid_unknown || ids_[b] == iid_unknown || sides_[a] != sides_[b],
+                    "query_interface: one pointer stands for " + ids_[a].string() + " and " + ids_[b].string());
             require(found_, identity(a) == identity(b),
                     "identity: " + ids_[a].string() + " and " + ids_[b].string() +
                         " don't give the same pointer for iid_unknown");

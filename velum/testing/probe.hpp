@@ -64,11 +64,10 @@ public:
 /// A controlling unknown, on the stack: all that it has but its identity is its part.
 class aggregate : public probe {
 public:
-    iptr<i_unknown_t> part;   ///< may be null
-    bool hides_part = false;  ///< whether it keeps the part from answering
+    iptr<i_unknown_t> part;  ///< may be null
 
     bool query_interface(guid_t const& iid, void* out) override {
-        bool const asks_part = iid != iid_unknown && part && !hides_part;
+        bool const asks_part = iid != iid_unknown && part;
         return asks_part ? part->query_interface(iid, out) : probe::query_interface(iid, out);
     }
 };
