@@ -55,6 +55,7 @@ struct object_access {
         is_of_counted(&Object::add_ref);
     };
 
+    /// Can be called with the `add_ref` of `counted_t` alone.
     template <class Object, class... Interfaces>
     static void is_of_counted(std::int32_t (counted_t<Object, Interfaces...>::*)());
 
@@ -79,7 +80,7 @@ struct object_access {
     /// Converts to an `Argument` and nothing else.
     template <class Argument>
     struct leads_to {
-        operator Argument const&() const;
+        operator Argument const&() const;  ///< Is never called.
     };
 
     /// Whether what takes an `Argument` is a constructor that takes anything, such as one from a `boost::any`.
