@@ -210,12 +210,6 @@ i_unknown_t* find_answer(Answers const& answers, guid_t const& iid) {
     return nullptr;
 }
 
-/// `query_interface` over the answers of a class.
-template <class Answers>
-bool answer_query(Answers const& answers, guid_t const& iid, void* out) {
-    return fill_slot(out, find_answer(answers, iid));
-}
-
 /// The three operations of `i_unknown_t` for a class `Object` that counts its own references.
 ///
 /// `Object` derives from `counted_t<Object, its interfaces...>`, befriends `object_access` and has
