@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 #include <stdexcept>
 #include <system_error>
 
@@ -31,24 +33,13 @@ std::FILE* open_binary(std::string const& path) {
     return stdin;
 }
 
-}  // namespace
-
-void input::closer::operator()(std::FILE* file) const {
-    if (file != stdin) {
+void close(std::FILE* file) {
+    if (file != nullptr && file != stdin) {
         std::fclose(file);
     }
 }
 
-input::input(std::string const& path) : name_(path == "-" ? "standard input" : path), file_(open_binary(path)) {
-    if (!file_) {
-        fail(name_);
-    }
-    std::error_code unknown;
-    if (path != "-" && std::filesystem::is_regular_file(path, unknown)) {
-        auto const size = std::filesystem::file_size(path, unknown);
-        size_ = unknown ? std::nullopt : std::optional<std::uint64_t>(size);
-    }
-}
+}  // namespace
 
 // Keeps what is in the buffer and adds what comes.
 std::size_t input::refill() {
@@ -56,11 +47,8 @@ std::size_t input::refill() {
     next_ = 0;
     std::size_t const kept = buffer_.size();
     buffer_.resize(kept + block);
-    std::size_t const came = std::fread(buffer_.data() + kept, 1, block, file_.get());
+    std::size_t const came = from_(buffer_.data() + kept, block);
     buffer_.resize(kept + came);
-    if (came == 0 && std::ferror(file_.get()) != 0) {
-        fail(name_);
-    }
     if (watch) {
         watch(*this);
     }
@@ -101,6 +89,28 @@ std::uint64_t input::skip(std::uint64_t size) {
         }
     }
     return done;
+}
+
+input open_input(std::string const& path) {
+    std::string const name = path == "-" ? "standard input" : path;
+    std::shared_ptr<std::FILE> const file(open_binary(path), close);
+    if (!file) {
+        fail(name);
+    }
+    std::optional<std::uint64_t> size;
+    std::error_code unknown;
+    if (path != "-" && std::filesystem::is_regular_file(path, unknown)) {
+        size = std::filesystem::file_size(path);
+    }
+    return input(
+        [file, name](char* data, std::size_t most) {
+            std::size_t const came = std::fread(data, 1, most, file.get());
+            if (came == 0 && std::ferror(file.get()) != 0) {
+                fail(name);
+            }
+            return came;
+        },
+        size);
 }
 
 }  // namespace inspect

@@ -1,25 +1,29 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace inspect {
 
-/// The bytes of a file or of the standard input, from the first to the last.
+/// Bytes from the first to the last.
 class input {
 public:
-    /// Opens a file, or the standard input for "-". Throws `std::runtime_error`.
-    explicit input(std::string const& path);
+    /// Where they come from: fills a buffer, and tells how many came, 0 at the end only.
+    using source = std::function<std::size_t(char*, std::size_t)>;
+
+    /// `size` in bytes, where it is known beforehand.
+    explicit input(source from, std::optional<std::uint64_t> size = std::nullopt)
+        : from_(std::move(from)), size_(size) {}
 
     /// The next bytes, as many as there are up to `size`, which is at most 64 KiB. They stay to be read.
     std::string_view peek(std::size_t size);
 
-    /// How many bytes came; fewer than `size` at the end only. Throws `std::runtime_error` where reading fails.
+    /// How many bytes came; fewer than `size` at the end only.
     std::size_t read(char* data, std::size_t size);
     std::uint64_t skip(std::uint64_t size);
 
@@ -31,18 +35,16 @@ public:
     std::function<void(input const&)> watch;
 
 private:
-    struct closer {
-        void operator()(std::FILE* file) const;
-    };
-
     std::size_t refill();
 
-    std::string name_;
-    std::unique_ptr<std::FILE, closer> file_;
+    source from_;
     std::optional<std::uint64_t> size_;
     std::string buffer_;
     std::size_t next_ = 0;  // in the buffer
     std::uint64_t position_ = 0;
 };
+
+/// A file, or the standard input for "-". Throws `std::runtime_error`, also later when reading fails.
+input open_input(std::string const& path);
 
 }  // namespace inspect

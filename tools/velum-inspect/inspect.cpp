@@ -111,7 +111,7 @@ bool begins_with_object(std::string_view head) {
 }
 
 std::optional<damage> inspect(options const& chosen, std::ostream& to) {
-    input from(chosen.file);
+    input from = open_input(chosen.file);
     pass_over(from, chosen.start);
     bool const is_at_end = chosen.as == output::summary;
     std::unique_ptr<view> const whole = view_for(chosen, to);

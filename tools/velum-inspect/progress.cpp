@@ -1,5 +1,6 @@
 #include "progress.hpp"
 
+#include <cstdio>
 #include <iostream>
 
 #if defined(_WIN32)
