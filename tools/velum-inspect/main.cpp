@@ -18,7 +18,8 @@ int run(int count, char** arguments) {
         throw std::runtime_error("what is printed can't be written");
     }
     if (broken) {
-        std::cerr << "velum-inspect: " << (chosen->file == "-" ? "standard input" : chosen->file) << ": " << inspect::message(*broken) << '\n';
+        std::cerr << "velum-inspect: " << (chosen->file == "-" ? "standard input" : chosen->file) << ": "
+                  << inspect::message(*broken) << '\n';
     }
     return broken ? damaged : whole;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iomanip>
+#include <utility>
 
 namespace inspect {
 namespace {
@@ -88,7 +89,10 @@ void summary_view::print(char const* title, char const* unit, table const& rows)
             << std::setw(bytes_width) << bytes << '\n';
     };
     put(title, unit, "bytes");
-    for (auto const& [name, row] : rows) {
+    std::vector<std::pair<std::string, total>> sorted(rows.begin(), rows.end());
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](auto const& a, auto const& b) { return a.second.bytes > b.second.bytes; });
+    for (auto const& [name, row] : sorted) {
         put(name, row.count, row.bytes);
     }
 }

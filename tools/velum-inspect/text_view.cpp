@@ -41,7 +41,7 @@ struct describe {
 };
 
 std::string counted(std::optional<std::uint64_t> count, char const* one, char const* many) {
-    return count ? std::to_string(*count) + ' ' + (*count == 1 ? one : many) : many;
+    return std::to_string(*count) + ' ' + (*count == 1 ? one : many);
 }
 
 std::string described(form shape, std::optional<std::uint64_t> count) {
@@ -55,7 +55,7 @@ std::string described(form shape, std::optional<std::uint64_t> count) {
         case form::object_map:
             return counted(count, "object", "objects");
         default:
-            return counted(count, "element", "elements");
+            return count ? counted(count, "time", "times") : "up to a null";
     }
 }
 

@@ -46,6 +46,10 @@ stored_number number_of(number_kind kind, char const* bytes) {
     return number_of<double>(bytes);
 }
 
+std::string count_of_bytes(std::uint64_t count) {
+    return std::to_string(count) + (count == 1 ? " byte" : " bytes");
+}
+
 }  // namespace
 
 void walker::read_map(std::uint64_t root) {
@@ -332,8 +336,8 @@ std::string walker::read_bytes(std::uint64_t size, std::uint64_t limit, char con
 }
 
 void walker::fail_at_end(std::uint64_t offset, std::uint64_t wanted, std::uint64_t came, char const* what) const {
-    fail(offset, std::to_string(wanted) + " bytes (" + what + ')',
-         came == 0 ? "the end of the stream" : std::to_string(came) + " bytes and the end of the stream");
+    fail(offset, count_of_bytes(wanted) + " (" + what + ')',
+         came == 0 ? "the end of the stream" : count_of_bytes(came) + " and the end of the stream");
 }
 
 void walker::fail(std::uint64_t offset, std::string const& expected, std::string const& found) const {

@@ -1,0 +1,288 @@
+"""program_test.py PROGRAM GOLDEN MANUAL: what velum-inspect prints, and where, and how it ends."""
+
+import json
+import os
+import pty
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM, GOLDEN, MANUAL = sys.argv[1:4]
+NODE = "{9C2E3F61-7A54-4B0D-8E11-52B7A0C4D6F3} node: text name, object origin, object links until null"
+NOTE = "{3F0C6A52-8D1E-4B97-A6C4-5E2B90D7F118} note: "
+
+
+def text(value):
+    data = value if isinstance(value, bytes) else value.encode()
+    return struct.pack("<I", len(data)) + data
+
+
+def entry(key, tag, payload=b""):
+    return text(key) + struct.pack("<I", tag) + payload
+
+
+def value_map(*entries):
+    return struct.pack("<I", len(entries)) + b"".join(entries)
+
+
+def new_object(number, clsid, stages):
+    return struct.pack("<II", 2, number) + bytes.fromhex(clsid.strip("{}").replace("-", "")) + stages
+
+
+def note(stages):
+    return new_object(0, NOTE.split()[0], stages)
+
+
+def run(*arguments, data=b""):
+    done = subprocess.run([PROGRAM, *arguments], input=data, capture_output=True, timeout=60)
+    return done.returncode, done.stdout.decode(), done.stderr.decode()
+
+
+HOUSE = value_map(
+    entry("floors", 3, struct.pack("<i", 2)),
+    entry("paint", 40, value_map(entry("a name", 1, text("ochre \u00e9\n")), entry("raw", 1, text(b"\xff\x00")))),
+    entry("sizes", 46, struct.pack("<I", 18) + b"".join(struct.pack("<If", 4, i / 2) for i in range(18))),
+    entry("photo", 45, struct.pack("<Q", 40) + bytes(range(40))),
+    entry("at", 25, struct.pack("<3f", 1, float("nan"), float("-inf"))),
+)
+
+HOUSE_TEXT = """\
+map, 5 entries
+  floors: int 2
+  paint: any_map, 2 entries
+    "a name": std::string "ochre \u00e9\\n"
+    raw: std::string "\\xFF\\x00"
+  sizes: std::vector<boost::any>, 18 values
+""" + "".join(f"    [{i}] float {i / 2:g}\n" for i in range(16)) + """\
+    ... 2 more
+  photo: byte_vector 000102030405060708090A0B0C0D0E0F101112131415161718191A1B1C1D1E1F... of 40 bytes
+  at: math::vec<float,3> (1, nan, -inf)
+"""
+
+GRAPH_TEXT = """\
+object 0, node {9C2E3F61-7A54-4B0D-8E11-52B7A0C4D6F3}
+  name: text "first"
+  origin: object 1, uany_map_obj_t {2D4AF8B5-DD75-43FC-A053-411A316F2C99}
+    version: u32 65536
+    map: map, 1 entry
+      value: std::vector<boost::any>, 3 values
+        [0] object 2, basic_string_t {43D4FF6A-038F-4D67-B193-8D21B14DA8BC}
+          version: u32 65536
+          text: text "some\\x00text"
+        [1] null
+        [2] reference to object 2
+  links: object, up to a null
+    [0] object 3, node {9C2E3F61-7A54-4B0D-8E11-52B7A0C4D6F3}
+      name: text "second"
+      origin: null
+      links: object, up to a null
+        [0] reference to object 0, which is around it
+        [1] object 4, basic_unknown_map_t {AD409247-FD65-4D5A-BC6B-90A224C55AEE}
+          version: u32 65536
+          objects: object_map, 1 object
+            self: reference to object 4, which is around it
+        [2] null
+    [1] reference to object 2
+    [2] null
+null
+reference to object 3
+shared objects: 0 (1 reference), 2 (2 references), 3 (1 reference), 4 (1 reference)
+"""
+
+CYCLE_OFFSETS = """\
+    begins     value
+         0         0  object 0, basic_unknown_map_t {AD409247-FD65-4D5A-BC6B-90A224C55AEE}
+        24        24    version: u32 65536
+        28        28    objects: object_map, 1 object
+        32        40      self: reference to object 0, which is around it
+shared objects: 0 (1 reference)
+"""
+
+SHARED_DOT = """\
+digraph velum {
+  node [shape=box, fontname="monospace", fontsize=10]
+  edge [fontname="monospace", fontsize=10]
+  root0 [shape=point]
+  root0 -> o0
+  o0 -> o1 [label="map.value[0]"]
+  o1 [label="1 basic_string_t\\lversion = 65536\\ltext = \\"some\\\\x00text\\"\\l"]
+  o0 -> o1 [label="map.value[2]"]
+  o0 [label="0 uany_map_obj_t\\lversion = 65536\\l"]
+  o1 [style=bold]
+}
+"""
+
+SHARED_SUMMARY = """\
+type                           values           bytes
+text                                1              13
+u32                                 2               8
+map                                 1               4
+std::vector<boost::any>             1               4
+
+around them             number           bytes
+heads of objects             2              48
+tags                         4              16
+keys                         1               9
+references                   1               8
+nulls                        1               4
+
+class                                                       objects           bytes
+uany_map_obj_t {2D4AF8B5-DD75-43FC-A053-411A316F2C99}             1              73
+basic_string_t {43D4FF6A-038F-4D67-B193-8D21B14DA8BC}             1              41
+
+in all 114 bytes, 4 levels deep
+"""
+
+# What stands in the stream, and what the message says of it.
+BROKEN = [
+    (b"", 'byte 0: expected 4 bytes (a count), found the end of the stream'),
+    (HOUSE[:45], 'byte 43, at paint[0]: expected 6 bytes (a key), found 2 bytes and the end of the stream'),
+    (HOUSE[:-1], f'byte {len(HOUSE) - 12}, at at: expected 12 bytes (a number), found 11 bytes and the end of the stream'),
+    (value_map(entry("a.b", 40, value_map(entry("", 48)))), 'byte 23, at "a.b"."": expected the tag of a type, found 48'),
+    (value_map(entry("v", 46, struct.pack("<II", 2, 30))), 'byte 17, at v[0]: expected the tag of a type, found 30'),
+    (value_map(entry("t", 1, struct.pack("<I", 2**32 - 1) + b"xyz")),
+     'byte 17, at t: expected 4294967295 bytes (a text), found 3 bytes and the end of the stream'),
+    (value_map(entry("o", 47, struct.pack("<I", 3))),
+     'byte 13, at o: expected 0 for null, 1 for a reference or 2 for a new object, found 3'),
+    (value_map(entry("o", 47, struct.pack("<II", 1, 7))), 'byte 17, at o: expected the number of an object before it, found 7'),
+]
+
+
+class Printing(unittest.TestCase):
+    maxDiff = None
+
+    def expect(self, arguments, output, data=b""):
+        self.assertEqual(run(*arguments, data=data), (0, output, ""))
+
+    def test_text(self):
+        self.expect([], HOUSE_TEXT, HOUSE)
+        self.expect(["-", "--as", "map"], HOUSE_TEXT + f"3 bytes follow from byte {len(HOUSE)} on\n", HOUSE + b"end")
+        self.expect(["--start=2", "--count", "2"], HOUSE_TEXT * 2, b"VL" + HOUSE * 2)
+        self.expect([os.path.join(GOLDEN, "graph"), "--class", NODE], GRAPH_TEXT)
+        self.expect(["--offsets", os.path.join(GOLDEN, "cycle")], CYCLE_OFFSETS)
+
+    def test_full_text_is_whole(self):
+        whole = run("--full", data=HOUSE)[1]
+        self.assertIn("    [17] float 8.5\n", whole)
+        self.assertIn("222324252627\n", whole)
+        long = value_map(entry("t", 1, text("\u00e9" * 150)))
+        self.assertIn("\u00e9" * 100 + '"... of 300 bytes', run(data=long)[1])
+        self.assertIn("\u00e9" * 150 + '"\n', run("-f", data=long)[1])
+
+    def test_graph_and_summary(self):
+        shared = os.path.join(GOLDEN, "shared_object")
+        self.expect(["--dot", shared], SHARED_DOT)
+        self.expect(["-s", shared], SHARED_SUMMARY)
+
+    def test_json(self):
+        printed = json.loads(run("--json", "--offsets", data=HOUSE + b"end")[1])
+        self.assertEqual(printed["rest"], {"offset": len(HOUSE), "size": 3})
+        floors, paint, sizes, photo, at = printed["entries"]
+        self.assertEqual(floors, {"key": "floors", "type": "int", "tag": 3, "offset": 4, "value_offset": 18, "value": 2})
+        self.assertEqual([each.get("value", each.get("hex")) for each in paint["entries"]], ["ochre \u00e9\n", "FF00"])
+        self.assertEqual((len(sizes["values"]), sizes["omitted"]), (16, 2))
+        self.assertEqual((photo["size"], len(photo["hex"]), photo["shortened"]), (40, 64, True))
+        self.assertEqual(at["value"], [1, "NaN", "-Infinity"])
+
+        whole = json.loads(run("--json", "--full", data=HOUSE)[1])["entries"]
+        self.assertEqual((len(whole[2]["values"]), len(whole[3]["hex"])), (18, 80))
+        self.assertEqual(len(json.loads(run("-j", "--count=9", data=HOUSE * 2)[1])["maps"]), 2)
+
+        graph = json.loads(run("--json", "--class", NODE, os.path.join(GOLDEN, "graph"))[1])
+        first, null, second = graph["objects"]
+        self.assertEqual((null, second), (None, {"reference": 3}))
+        self.assertEqual((first["number"], first["class_name"]), (0, "node"))
+        self.assertEqual(first["fields"][2]["elements"][1:], [{"object": {"reference": 2}}, {"object": None}])
+        self.assertEqual([each["references"] for each in graph["shared"]], [1, 2, 1, 1])
+
+    def test_classes(self):
+        stages = value_map(entry("n", 3, struct.pack("<i", 2)), entry("b", 31, struct.pack("<q", -1)))
+        stages += struct.pack("<HhQ", 65535, -3, 2) + text("t")
+        stages += struct.pack("<Id", 14, 0.5) + bytes(range(16)) + b"\x07\x08\x09\x0a" + struct.pack("<II", 0, 0)
+        stages += struct.pack("<II", 1, 0) * 2 + value_map()
+        fields = ("map m, u16 a, i16 b, u64 size, text t, value v, guid g, u8 c times 2, bytes d times size, "
+                  "object o times m.n, object p times m.b, object q times 2, map last")
+        with tempfile.NamedTemporaryFile("w", suffix=".classes") as file:
+            file.write("# what notes store\n\n" + NOTE + fields + " # all of it\n")
+            file.flush()
+            status, printed, messages = run("--classes", file.name, data=note(stages))
+        self.assertEqual((status, messages), (0, ""))
+        for line in ["a: u16 65535", "b: i16 -3", "t: text \"t\"", "v: double 0.5", "d: bytes 090A",
+                     "g: guid {00010203-0405-0607-0809-0A0B0C0D0E0F}", "c: u8, 2 times", "o: object, 2 times",
+                     "p: object, 0 times", "[1] reference to object 0, which is around it", "last: map, 0 entries"]:
+            self.assertIn(line + "\n", printed)
+
+    def test_damage(self):
+        for data, message in BROKEN:
+            status, printed, messages = run("--as=map", data=data)
+            self.assertEqual((status, messages), (1, f"velum-inspect: standard input: broken at {message}\n"))
+        self.assertIn("  floors: int 2\n", run(data=HOUSE[:-1])[1])
+        error = json.loads(run("--json", data=BROKEN[4][0])[1])["error"]
+        self.assertEqual(error, {"offset": 17, "path": ["v", 0], "expected": "the tag of a type", "found": "30"})
+
+        status, printed, messages = run(os.path.join(GOLDEN, "graph"))
+        self.assertEqual(status, 1)
+        self.assertIn("unknown class {9C2E3F61-7A54-4B0D-8E11-52B7A0C4D6F3}", printed)
+        self.assertIn("stopped at byte 8: expected a class that is described", messages)
+
+
+class CommandLine(unittest.TestCase):
+    def test_refusals(self):
+        for arguments, message in [
+            (["--as", "tree"], '--as needs "map" or "objects", not "tree"'),
+            (["--start", "-1"], '--start needs a number, not "-1"'),
+            (["--json", "--dot"], "one of --json, --dot and --summary is enough"),
+            (["a", "b"], "one file at a time"),
+            (["/no/such/file"], "/no/such/file: No such file or directory"),
+            (["--start=9"], "there are no more than 0 bytes to pass over"),
+            (["--classes", "/no/such/file"], "/no/such/file: can't be read"),
+            (["--class", "node: text name"], 'a class is "{IDENTIFIER} NAME: FIELD, FIELD": "node: text name"'),
+            (["--class", NOTE + "word x"], 'a field begins with its type, as "u32 version": "word x"'),
+            (["--class", NOTE + "text"], 'a field is "TYPE NAME", "TYPE NAME times COUNT"'),
+            (["--class", NOTE + "text x until null"], 'a field is "TYPE NAME", "TYPE NAME times COUNT"'),
+            (["--class", NOTE + "bytes x"], 'bytes need a count, as "bytes NAME times 16": "bytes x"'),
+            (["--class", NOTE + "text n, u8 x times n"], 'no number of this name stands before field "x": "n"'),
+        ]:
+            status, printed, messages = run(*arguments)
+            self.assertEqual((status, printed), (2, ""), arguments)
+            self.assertIn(message, messages)
+        self.assertEqual(run("--unknown")[0], 2)
+
+    def test_help_names_what_the_manual_names(self):
+        status, printed, _ = run("--help")
+        self.assertEqual(status, 0)
+        manual = open(MANUAL, encoding="utf-8").read().replace("\\-", "-")
+        options = [word.strip(",") for word in printed.split() if word.startswith("--")]
+        self.assertGreater(len(options), 10)
+        for option in options:
+            self.assertIn(option, manual)
+        self.assertRegex(run("--version")[1], r"^velum-inspect \d+\.\d+\.\d+\n$")
+
+    def test_output_that_cannot_be_written_is_an_error(self):
+        with open("/dev/full", "w") as full:
+            done = subprocess.run([PROGRAM], input=HOUSE, stdout=full, stderr=subprocess.PIPE)
+        self.assertEqual(done.returncode, 2)
+
+    # Only on a terminal, only for what is large, and nothing of it stays.
+    def test_progress(self):
+        large = value_map(entry("b", 45, struct.pack("<Q", 70 << 20) + bytes(70 << 20)))
+        for data, shows in [(large, True), (HOUSE, False)]:
+            with tempfile.NamedTemporaryFile() as file:
+                file.write(data)
+                file.flush()
+                terminal, its_end = pty.openpty()
+                subprocess.run([PROGRAM, file.name], stdout=subprocess.DEVNULL, stderr=its_end, check=True)
+                os.close(its_end)
+                try:
+                    said = os.read(terminal, 4096)
+                except OSError:
+                    said = b""
+                os.close(terminal)
+            self.assertEqual(b"MiB read" in said, shows)
+            self.assertEqual(said.endswith(b"\r\x1b[K"), shows)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
