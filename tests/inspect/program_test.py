@@ -3,6 +3,7 @@
 import json
 import os
 import pty
+import re
 import struct
 import subprocess
 import sys
@@ -259,6 +260,17 @@ class CommandLine(unittest.TestCase):
         for option in options:
             self.assertIn(option, manual)
         self.assertRegex(run("--version")[1], r"^velum-inspect \d+\.\d+\.\d+\n$")
+
+    def test_the_manual_shows_what_is_printed(self):
+        root = os.path.dirname(os.path.dirname(GOLDEN))
+        path = os.path.dirname(PROGRAM) + os.pathsep + os.environ["PATH"]
+        with open(os.path.join(root, "docs", "inspecting.md"), encoding="utf-8") as page:
+            shown = re.findall(r"```sh\n(.*?)```\s+```text\n(.*?)```", page.read(), re.DOTALL)
+        self.assertGreater(len(shown), 3)
+        for command, output in shown:
+            done = subprocess.run(command, shell=True, cwd=root, env={"PATH": path}, stdout=subprocess.PIPE,
+                                  stderr=subprocess.STDOUT)
+            self.assertEqual(done.stdout.decode(), output)
 
     def test_output_that_cannot_be_written_is_an_error(self):
         with open("/dev/full", "w") as full:
