@@ -64,6 +64,9 @@ void put_seeds(fs::path const& folder) {
         put_all(folder / target, objects);
     }
     put_all(folder / "compare", pairs);
+    std::vector<std::string> both = maps;
+    both.insert(both.end(), objects.begin(), objects.end());
+    put_all(folder / "inspected", both);
     put_all(folder / "identifiers", identifier_texts());
     put_all(folder / "operations", programs());
 }

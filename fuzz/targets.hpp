@@ -8,7 +8,7 @@ namespace fuzz {
 /// Takes any bytes and aborts when the library does with them what it must not do.
 using target_function = void(std::string const& bytes);
 target_function values_by_stream, values_by_serializer, objects, value_round_trip, object_round_trip, routes, compare,
-    identifiers, operations;
+    identifiers, operations, inspected;
 
 struct target {
     char const* name;  ///< also that of its file and its corpus
@@ -25,6 +25,9 @@ inline constexpr std::array targets = {
     target{"compare", compare},
     target{"identifiers", identifiers},
     target{"operations", operations},
+#if defined(VELUM_FUZZ_TOOLS)
+    target{"inspected", inspected},
+#endif
 };
 
 /// The target of this name, or null.
