@@ -172,6 +172,13 @@ class Printing(unittest.TestCase):
         self.assertIn("\u00e9" * 100 + '"... of 300 bytes', run(data=long)[1])
         self.assertIn("\u00e9" * 150 + '"\n', run("-f", data=long)[1])
 
+    def test_shared_objects_are_shortened_too(self):
+        texts = b"".join(new_object(i, "43D4FF6A038F4D67B1938D21B14DA8BC", struct.pack("<II", 0, 0)) for i in range(18))
+        many = texts + b"".join(struct.pack("<II", 1, i) for i in range(18))
+        self.assertTrue(run(data=many)[1].endswith("15 (1 reference), and 2 more\n"))
+        self.assertTrue(run("--full", data=many)[1].endswith("17 (1 reference)\n"))
+        self.assertEqual(json.loads(run("--json", data=many)[1])["shared_omitted"], 2)
+
     def test_graph_and_summary(self):
         shared = os.path.join(GOLDEN, "shared_object")
         self.expect(["--dot", shared], SHARED_DOT)

@@ -53,6 +53,7 @@ struct damage {
 /// How it ended.
 struct ending {
     std::map<std::uint32_t, std::uint64_t> references;  // to each object that has any
+    std::uint64_t unlisted = 0;                         // objects that have references too
     std::uint64_t offset = 0;                           // where reading ended
     std::uint64_t rest = 0;                             // bytes that stand behind
     std::optional<damage> broken;

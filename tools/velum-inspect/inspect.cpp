@@ -123,7 +123,7 @@ std::optional<damage> inspect(options const& chosen, std::ostream& to) {
         progress const line(from, is_at_end);
         end = reading(chosen, from, shown).run();
     }
-    whole->finish(end);
+    shown.finish(end);
     return end.broken;
 }
 

@@ -199,6 +199,9 @@ void json_view::finish(ending const& end) {
     }
     if (!shared.empty()) {
         to_ << ',' << member("shared", '[' + shared + ']');
+        if (end.unlisted != 0) {
+            to_ << ',' << member("shared_omitted", std::to_string(end.unlisted));
+        }
     }
     if (end.rest != 0) {
         to_ << ','

@@ -1,5 +1,7 @@
 #include "shortened.hpp"
 
+#include <iterator>
+
 namespace inspect {
 
 // An element beyond the first few counts as left out, unless it is within another such.
@@ -63,6 +65,15 @@ void shortened::reference(slot const& at, std::uint32_t number, bool is_around) 
     if (shows(at)) {
         to_.reference(at, number, is_around);
     }
+}
+
+void shortened::finish(ending const& end) {
+    ending shown = end;
+    while (shown.references.size() > most_) {
+        shown.references.erase(std::prev(shown.references.end()));
+        ++shown.unlisted;
+    }
+    to_.finish(shown);
 }
 
 }  // namespace inspect

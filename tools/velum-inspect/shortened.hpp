@@ -10,7 +10,7 @@ namespace inspect {
 /// Hands on what it is told but for the elements of vectors beyond the first few.
 class shortened : public view {
 public:
-    /// `most`: how many elements of a vector are shown.
+    /// `most`: how many elements of a vector, and how many objects with references, are shown.
     shortened(view& to, std::uint64_t most) : to_(to), most_(most) {}
 
     void begin(document kind) override { to_.begin(kind); }
@@ -20,7 +20,7 @@ public:
     void close(std::uint64_t end) override;
     void null(slot const& at) override;
     void reference(slot const& at, std::uint32_t number, bool is_around) override;
-    void finish(ending const& end) override { to_.finish(end); }
+    void finish(ending const& end) override;
 
 private:
     bool shows(slot const& at);

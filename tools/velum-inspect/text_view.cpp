@@ -146,6 +146,9 @@ void text_view::finish(ending const& end) {
             to_ << before << number << " (" << count << (count == 1 ? " reference)" : " references)");
             before = ", ";
         }
+        if (end.unlisted != 0) {
+            to_ << ", and " << end.unlisted << " more";
+        }
         to_ << '\n';
     }
     if (end.rest != 0) {
