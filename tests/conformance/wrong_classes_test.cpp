@@ -220,6 +220,8 @@ std::vector<row> rows() {
          {.write_first = [](wrong&, auto const& s) { s->write_string("name"); }}},
         {"record: clsid() isn't", {.clsid = iid_string}},
         {"record: \"clsid\" isn't", {}, {{"clsid", iid_string}}},
+        {"record: \"class_name\" isn't a std::string", {}, {{"class_name", "wrong"}}},
+        {"failed: no object today", {.create = [](auto&&...) -> bool { throw std::runtime_error("no object today"); }}},
         {"record: \"supported_interfaces\" lacks {7DBD8CA5",
          {},
          {{"supported_interfaces", std::set<guid_t>{iid_unknown, iid_uany_map, iid_serializable}}}},

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 using namespace velum;
@@ -77,6 +79,34 @@ TYPED_TEST(implements_test, makes_a_class_whole) {
         EXPECT_EQ(factory->create_object(TypeParam::class_id, factory.get(), {}, iid_unknown, &part), is_aggregatable);
     }
     EXPECT_EQ(TypeParam::alive, 0);
+}
+
+/// Has a constructor that takes anything, parameters and readers too, and no construction stage.
+class holder_t : public implements<holder_t, i_string_t, i_serializable_t> {
+public:
+    static constexpr guid_t class_id{"{C1F5B2D8-06A7-4E39-9D4B-8A3E7F2C5061}"};
+    static constexpr char const* class_name = "holder";
+
+    holder_t() = default;
+    explicit holder_t(boost::any const& /*held*/) : text_("anything") {}
+
+    std::string& string() override { return text_; }
+    std::string const& string() const override { return text_; }
+    void serialize(iptr<i_serializer_t> const& s) const override { s->write_string(text_); }
+    void deserialize(iptr<i_serializer_t> const& s) override { s->read_string(text_); }
+
+private:
+    std::string text_ = "nothing";
+};
+
+TEST(implements, a_constructor_that_takes_anything_is_not_for_parameters) {
+    auto const factory = support::new_factory();
+    factory->register_class(holder_t::class_info());
+    EXPECT_EQ(conformance::check_class(factory, holder_t::class_id), conformance::findings());
+    iptr<i_string_t> made;
+    EXPECT_TRUE(factory->create_object(holder_t::class_id, {}, support::new_object_map(), iid_string, &made));
+    EXPECT_EQ(std::as_const(*made).string(), "nothing");
+    EXPECT_EQ(make<holder_t>(boost::any(1))->string(), "anything");
 }
 
 }  // namespace

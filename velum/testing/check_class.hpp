@@ -55,6 +55,9 @@ private:
         guid_t clsid = clsid_;
         any_map_try_get(record, "clsid", clsid);
         require(found_, clsid == clsid_, "record: \"clsid\" isn't the identifier of the class");
+        auto const name = record.find("class_name");
+        require(found_, name == record.end() || boost::any_cast<std::string>(&name->second) != nullptr,
+                "record: \"class_name\" isn't a std::string");
         bool const lists = any_map_try_get(record, "supported_interfaces", interfaces_);
         for (guid_t const& iid : known) {
             bool const has = static_cast<bool>(ask(found_, *object_, *object_, iid));
