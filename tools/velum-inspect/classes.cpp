@@ -68,7 +68,7 @@ field parse_field(std::string_view text) {
     bool const ends_with_null = how == "until" && what == "null" && made.type->shape == form::object;
     bool const counted = how == "times" && !what.empty();
     if (made.name.empty() || !trimmed(rest).empty() || (!how.empty() && !ends_with_null && !counted)) {
-        refuse("a field is \"TYPE NAME\", \"TYPE NAME times COUNT\" or \"object NAME until null\"", text);
+        refuse(R"(a field is "TYPE NAME", "TYPE NAME times COUNT" or "object NAME until null")", text);
     }
     if (made.type->shape == form::raw && !counted) {
         refuse("bytes need a count, as \"bytes NAME times 16\"", text);

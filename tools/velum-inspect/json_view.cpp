@@ -126,13 +126,13 @@ void json_view::begin(document kind) {
     kind_ = kind;
     switch (kind) {
         case document::map:
-            enter("{\"kind\":\"map\"", "");
+            enter(R"({"kind":"map")", "");
             break;
         case document::maps:
-            enter("{\"kind\":\"maps\",\"maps\":[", "]");
+            enter(R"({"kind":"maps","maps":[)", "]");
             break;
         case document::objects:
-            enter("{\"kind\":\"objects\",\"objects\":[", "]");
+            enter(R"({"kind":"objects","objects":[)", "]");
             break;
     }
 }

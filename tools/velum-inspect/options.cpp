@@ -74,7 +74,7 @@ std::uint64_t natural(char const* name, std::string_view text) {
 
 bool is_objects(std::string_view text) {
     if (text != "map" && text != "objects") {
-        throw usage_error("--as needs \"map\" or \"objects\", not \"" + std::string(text) + '"');
+        throw usage_error(R"(--as needs "map" or "objects", not ")" + std::string(text) + '"');
     }
     return text == "objects";
 }

@@ -265,9 +265,7 @@ void walker::read_new_object(slot const& at) {
     ++objects_[number];
     to_.object(at, number, clsid, described != nullptr ? described->name : std::string());
     if (described == nullptr) {
-        damage unknown = damage_at(offset, "a class that is described (by --class or --classes)", clsid.string());
-        unknown.is_unknown_class = true;
-        throw unknown;
+        throw damage_at(offset, "a class that is described (by --class or --classes)", clsid.string(), true);
     }
     frames_.push_back({.at = at, .object = described, .number = number});
 }
@@ -344,8 +342,9 @@ void walker::fail(std::uint64_t offset, std::string const& expected, std::string
     throw damage_at(offset, expected, found);
 }
 
-damage walker::damage_at(std::uint64_t offset, std::string const& expected, std::string const& found) const {
-    damage broken{false, offset, {}, expected, found};
+damage walker::damage_at(std::uint64_t offset, std::string const& expected, std::string const& found,
+                         bool is_unknown_class) const {
+    damage broken{is_unknown_class, offset, {}, expected, found};
     auto const add = [&broken](slot const& at) {
         if (at.is == slot::kind::element) {
             broken.path.emplace_back(at.index);

@@ -79,7 +79,8 @@ private:
     Number read_number(char const* what);
     std::string read_bytes(std::uint64_t size, std::uint64_t limit, char const* what);
     void read_exactly(char* data, std::size_t size, char const* what);
-    damage damage_at(std::uint64_t offset, std::string const& expected, std::string const& found) const;
+    damage damage_at(std::uint64_t offset, std::string const& expected, std::string const& found,
+                     bool is_unknown_class = false) const;
     [[noreturn]] void fail(std::uint64_t offset, std::string const& expected, std::string const& found) const;
     [[noreturn]] void fail_at_end(std::uint64_t offset, std::uint64_t wanted, std::uint64_t came,
                                   char const* what) const;
