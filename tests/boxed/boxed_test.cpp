@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -79,6 +80,12 @@ TEST(boxed_object_map, keeps_of_what_is_read_the_later_and_of_a_failure_what_cam
 }
 
 // Whoever looks into the map while its objects go finds it empty.
+TEST(boxed_string, gives_its_text_to_change_and_to_read) {
+    auto const text = velum::make<velum::basic_string_t>("a").as<velum::i_string_t>();
+    text->string() += "b";
+    EXPECT_EQ(std::as_const(*text).string(), "ab");
+}
+
 TEST(boxed_object_map, is_empty_for_the_destructors_of_what_it_held) {
     object_map const map = new_object_map();
     int looks = 0;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <utility>
 
 namespace {
@@ -98,6 +99,32 @@ public:
 private:
     std::string text_ = "nothing";
 };
+
+/// Answers by a table of its own, in which a null stands for what it doesn't have at the time.
+class table_t : public flat_t<table_t, i_string_t> {
+public:
+    bool has_text = true;
+
+    std::array<answer_t, 2> answers() {
+        return {answer_t(iid_unknown, this), answer_t(iid_string, has_text ? this : nullptr)};
+    }
+    std::string& string() override { return text_; }
+    std::string const& string() const override { return text_; }
+
+private:
+    friend object_access;
+
+    std::string text_;
+    std::int32_t ref_count = 0;
+};
+
+TEST(flat, answers_by_a_table_of_its_own) {
+    auto const table = make<table_t>();
+    EXPECT_EQ(conformance::check_object(table.as<i_unknown_t>(), {iid_unknown, iid_string}), conformance::findings());
+    table->has_text = false;
+    EXPECT_FALSE(table.try_as<i_string_t>());
+    EXPECT_TRUE(table.try_as<i_unknown_t>());
+}
 
 TEST(implements, a_constructor_that_takes_anything_is_not_for_parameters) {
     auto const factory = support::new_factory();
