@@ -41,7 +41,7 @@ inline inspect::ending walk(int objects, std::string const& bytes, inspect::view
             walker.read_object(static_cast<std::uint64_t>(i));
         }
         if (objects == 0) {
-            walker.read_map(0);
+            walker.read_map(std::nullopt);
         }
     } catch (inspect::damage const& broken) {
         end.broken = broken;

@@ -4,11 +4,14 @@ import json
 import os
 import pty
 import re
+import resource
+import shutil
 import struct
 import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 PROGRAM, GOLDEN, MANUAL = sys.argv[1:4]
 NODE = "{9C2E3F61-7A54-4B0D-8E11-52B7A0C4D6F3} node: text name, object origin, object links until null"
@@ -139,7 +142,7 @@ in all 114 bytes, 4 levels deep
 # What stands in the stream, and what the message says of it.
 BROKEN = [
     (b"", 'byte 0: expected 4 bytes (a count), found the end of the stream'),
-    (HOUSE[:45], 'byte 43, at paint[0]: expected 6 bytes (a key), found 2 bytes and the end of the stream'),
+    (HOUSE[:45], 'byte 43, at paint: expected 6 bytes (a key of entry 0), found 2 bytes and the end of the stream'),
     (HOUSE[:-1], f'byte {len(HOUSE) - 12}, at at: expected 12 bytes (a number), found 11 bytes and the end of the stream'),
     (value_map(entry("a.b", 40, value_map(entry("", 48)))), 'byte 23, at "a.b"."": expected the tag of a type, found 48'),
     (value_map(entry("v", 46, struct.pack("<II", 2, 30))), 'byte 17, at v[0]: expected the tag of a type, found 30'),
@@ -171,6 +174,69 @@ class Printing(unittest.TestCase):
         long = value_map(entry("t", 1, text("\u00e9" * 150)))
         self.assertIn("\u00e9" * 100 + '"... of 300 bytes', run(data=long)[1])
         self.assertIn("\u00e9" * 150 + '"\n', run("-f", data=long)[1])
+
+    # Names and texts that could be taken for something else where they are printed, and how they stand there.
+    def test_odd_names(self):
+        rows = [
+            ("a\x7f\x9b31m", r'"a\x7F\xC2\x9B31m"', r'"a\u007F\u009B31m"'),
+            ("\x00\x1b\t", r'"\x00\x1B\t"', r'"\u0000\u001B\t"'),
+            ('say "\\N"', r'"say \"\\N\""', r'"say \"\\N\""'),
+            ("&lt;\u202e\ufffe", r'"&lt;\xE2\x80\xAE\xEF\xBF\xBE"', r'"&lt;\u202E\uFFFE"'),
+            ("\U0001f600 \u00e9", '"\U0001f600 \u00e9"', '"\U0001f600 \u00e9"'),
+            (b"\xed\xa0\x80\xc0\x80\xf4\x90\x80\x80", r'"\xED\xA0\x80\xC0\x80\xF4\x90\x80\x80"', '"EDA080C080F4908080"'),
+            ("", '""', '""'),
+        ]
+        for name, shown, as_json in rows:
+            stored = text(name)
+            boxed = new_object(1, "43D4FF6A038F4D67B1938D21B14DA8BC", struct.pack("<I", 0) + stored)
+            data = new_object(0, "AD409247FD654D5ABC6B90A224C55AEE",
+                              struct.pack("<II", 0, 1) + stored + boxed)
+            printed = run(data=data)[1]
+            self.assertIn(f"    {shown}: object 1, ", printed)
+            self.assertIn(f"      text: text {shown}\n", printed)
+            whole = run("--json", data=data)[1]
+            self.assertIn(('"key_hex":' if isinstance(name, bytes) else '"key":') + as_json, whole)
+            entry_of_map = json.loads(whole)["objects"][0]["fields"][1]["entries"][0]
+            expected = name.hex().upper() if isinstance(name, bytes) else name
+            self.assertEqual(entry_of_map.get("key", entry_of_map.get("key_hex")), expected)
+            self.check_graph(run("--dot", data=data)[1], [f"objects.{shown}", f"text = {shown}"])
+
+    def check_graph(self, graph, labels):
+        self.assertEqual(graph.count("o0 -> o1"), 1)
+        if shutil.which("dot") is None:
+            return
+        drawn = subprocess.run(["dot", "-Tsvg"], input=graph.encode(), capture_output=True, check=True)
+        self.assertEqual(drawn.stderr, b"")
+        texts = ["".join(each.itertext()).replace("\xa0", " ") for each in xml.etree.ElementTree.fromstring(drawn.stdout).iter()]
+        for label in labels:
+            self.assertIn(label, texts)
+
+    def test_long_names_are_shortened(self):
+        long = "k" * 99 + "\u00e9" * 99
+        data = value_map(entry(long, 1, text(long)), entry("x" * 100000, 99))
+        status, printed, messages = run(data=data)
+        self.assertIn('"' + long[:149] + '"...: std::string "' + long[:149] + '"... of 297 bytes\n', printed)
+        self.assertIn("xxx...", messages)
+        self.assertLess(len(messages), 500)
+        first = json.loads(run("--json", data=data)[1])["entries"][0]
+        self.assertEqual((first["key"], first["key_shortened"], first["size"]), (long[:149], True, 297))
+        self.assertIn(long + '": std::string "' + long + '"\n', run("--full", data=data)[1])
+
+    def test_numbers_that_come_twice_are_told_apart(self):
+        text_map = new_object(1, "43D4FF6A038F4D67B1938D21B14DA8BC", struct.pack("<II", 0, 0))
+        one = new_object(0, "AD409247FD654D5ABC6B90A224C55AEE", struct.pack("<II", 0, 3) + text("a") + text_map +
+                         text("b") + struct.pack("<II", 1, 1) + text("c") + struct.pack("<II", 1, 0))
+        printed = run(data=one * 2)[1]
+        self.assertIn("    c: reference to object 0#2, which is around it\n", printed)
+        self.assertIn("shared objects: 0 (1 reference), 0#2 (1 reference), 1 (1 reference), 1#2 (1 reference)\n", printed)
+        graph = run("--dot", data=one * 2)[1]
+        for edge in ["o0 -> o1 ", "o0 -> o0 ", "o0_1 -> o1_1 ", "o0_1 -> o0_1 "]:
+            self.assertIn(edge, graph)
+        self.assertEqual(json.loads(run("-j", data=one * 2)[1])["objects"][1]["again"], 1)
+
+        within = new_object(0, "AD409247FD654D5ABC6B90A224C55AEE", struct.pack("<II", 0, 2) + text("a") + new_object(
+            0, "43D4FF6A038F4D67B1938D21B14DA8BC", struct.pack("<II", 0, 0)) + text("b") + struct.pack("<II", 1, 0))
+        self.assertIn("b: reference to object 0#2\n", run(data=within)[1])
 
     def test_shared_objects_are_shortened_too(self):
         texts = b"".join(new_object(i, "43D4FF6A038F4D67B1938D21B14DA8BC", struct.pack("<II", 0, 0)) for i in range(18))
@@ -206,7 +272,7 @@ class Printing(unittest.TestCase):
         self.assertEqual([each["references"] for each in graph["shared"]], [1, 2, 1, 1])
 
     def test_classes(self):
-        stages = value_map(entry("n", 3, struct.pack("<i", 2)), entry("b", 31, struct.pack("<q", -1)))
+        stages = value_map(entry("n", 3, struct.pack("<i", 2)), entry("b", 31, struct.pack("<q", 0)))
         stages += struct.pack("<HhQ", 65535, -3, 2) + text("t")
         stages += struct.pack("<Id", 14, 0.5) + bytes(range(16)) + b"\x07\x08\x09\x0a" + struct.pack("<II", 0, 0)
         stages += struct.pack("<II", 1, 0) * 2 + value_map()
@@ -228,12 +294,26 @@ class Printing(unittest.TestCase):
             self.assertEqual((status, messages), (1, f"velum-inspect: standard input: broken at {message}\n"))
         self.assertIn("  floors: int 2\n", run(data=HOUSE[:-1])[1])
         error = json.loads(run("--json", data=BROKEN[4][0])[1])["error"]
-        self.assertEqual(error, {"offset": 17, "path": ["v", 0], "expected": "the tag of a type", "found": "30"})
+        self.assertEqual(error, {"kind": "damage", "offset": 17, "path": ["v", 0], "expected": "the tag of a type", "found": "30"})
+
+        negative = value_map(entry("n", 3, struct.pack("<i", -2)))
+        messages = run("--class", NOTE + "map m, u8 x times m.n", data=note(negative))[2]
+        self.assertIn("at [0].x: expected a number \"m.n\" that isn't negative or beyond all streams, found -2", messages)
+        deep = b"".join(value_map(entry("k", 40, b"")) for _ in range(99))
+        self.assertIn("at (83 levels).k" + ".k" * 15 + ": expected 4 bytes", run(data=deep)[2])
+
+        # What the elements before it were is known, though they aren't shown.
+        many = value_map(entry("v", 46, struct.pack("<I", 50) + struct.pack("<Ii", 3, 7) * 20 + struct.pack("<I", 99)))
+        self.assertTrue(run(data=many)[1].endswith("    ... 4 more\n"))
+        self.assertEqual(json.loads(run("-j", data=many)[1])["entries"][0]["omitted"], 4)
 
         status, printed, messages = run(os.path.join(GOLDEN, "graph"))
         self.assertEqual(status, 1)
+        error = json.loads(run("-j", os.path.join(GOLDEN, "graph"))[1])["error"]
+        self.assertEqual((error["kind"], error["path"]), ("unknown class", [0]))
+        self.assertIn('broken [shape=octagon, label="stopped at byte 8"]', run("-d", os.path.join(GOLDEN, "graph"))[1])
         self.assertIn("unknown class {9C2E3F61-7A54-4B0D-8E11-52B7A0C4D6F3}", printed)
-        self.assertIn("stopped at byte 8: expected a class that is described", messages)
+        self.assertIn("stopped at byte 8, at [0]: expected a class that is described", messages)
 
 
 class CommandLine(unittest.TestCase):
@@ -244,14 +324,20 @@ class CommandLine(unittest.TestCase):
             (["--json", "--dot"], "one of --json, --dot and --summary is enough"),
             (["a", "b"], "one file at a time"),
             (["/no/such/file"], "/no/such/file: No such file or directory"),
-            (["--start=9"], "there are no more than 0 bytes to pass over"),
+            (["--start=9"], "standard input: there are no more than 0 bytes to pass over"),
             (["--classes", "/no/such/file"], "/no/such/file: can't be read"),
             (["--class", "node: text name"], 'a class is "{IDENTIFIER} NAME: FIELD, FIELD": "node: text name"'),
             (["--class", NOTE + "word x"], 'a field begins with its type, as "u32 version": "word x"'),
             (["--class", NOTE + "text"], 'a field is "TYPE NAME", "TYPE NAME times COUNT"'),
             (["--class", NOTE + "text x until null"], 'a field is "TYPE NAME", "TYPE NAME times COUNT"'),
+            (["--class", "{3F0C6A52-8D1E-4B97-A6C4-5E2B90D7F118} note u32 v"], 'a class is "{IDENTIFIER} NAME: FIELD'),
+            (["--class", "{3F0C6A52-8D1E-4B97-A6C4-5E2B90D7F118}: u32 v"], 'a class is "{IDENTIFIER} NAME: FIELD'),
+            (["--class", "{3F0C6A52-8D1E-4B97-A6C4-5E2B90D7F118} a\x1b[1m: u32 v"], r'a\x1B[1m: u32 v"'),
+            (["--class", NOTE + "f32 n, u8 x times n"], 'no whole number of this name stands before field "x": "n"'),
+            (["--class", NOTE + "u8 x times -1"], 'a count is a number, the name of one or of an entry of a map: "-1"'),
+            (["--class", NOTE + "u8 x times 18446744073709551616"], "a count is a number, the name of one"),
             (["--class", NOTE + "bytes x"], 'bytes need a count, as "bytes NAME times 16": "bytes x"'),
-            (["--class", NOTE + "text n, u8 x times n"], 'no number of this name stands before field "x": "n"'),
+            (["--class", NOTE + "text n, u8 x times n"], 'no whole number of this name stands before field "x": "n"'),
         ]:
             status, printed, messages = run(*arguments)
             self.assertEqual((status, printed), (2, ""), arguments)
@@ -261,7 +347,8 @@ class CommandLine(unittest.TestCase):
     def test_help_names_what_the_manual_names(self):
         status, printed, _ = run("--help")
         self.assertEqual(status, 0)
-        manual = open(MANUAL, encoding="utf-8").read().replace("\\-", "-")
+        with open(MANUAL, encoding="utf-8") as page:
+            manual = page.read().replace("\\-", "-")
         options = [word.strip(",") for word in printed.split() if word.startswith("--")]
         self.assertGreater(len(options), 10)
         for option in options:
@@ -280,9 +367,26 @@ class CommandLine(unittest.TestCase):
             self.assertEqual(done.stdout.decode(), output)
 
     def test_output_that_cannot_be_written_is_an_error(self):
-        with open("/dev/full", "w") as full:
-            done = subprocess.run([PROGRAM], input=HOUSE, stdout=full, stderr=subprocess.PIPE)
-        self.assertEqual(done.returncode, 2)
+        for arguments in [[], ["--json"], ["--help"], ["--version"]]:
+            with open("/dev/full", "w") as full:
+                done = subprocess.run([PROGRAM, *arguments], input=HOUSE, stdout=full, stderr=subprocess.PIPE)
+            self.assertEqual(done.returncode, 2)
+            self.assertIn(b"can't be written: No space left on device", done.stderr)
+
+    @unittest.skipIf("SANITIZED" in os.environ, "sanitizers take more memory than there is")
+    def test_memory_follows_what_is_shown(self):
+        def limited():
+            resource.setrlimit(resource.RLIMIT_AS, (48 << 20, 48 << 20))
+
+        zeros = bytes(64 << 20)
+        lengths = [struct.pack("<I", 1) + struct.pack("<I", len(zeros) + 1), value_map(entry("t", 1, b"\xff\xff\xff\xff")),
+                   value_map(entry("b", 45, b"\xff" * 8)), value_map(entry("v", 46, b"\xff\xff\xff\xff"))]
+        for begin in lengths:
+            for arguments in [[], ["--json"], ["--summary"], ["--dot"]]:
+                done = subprocess.run([PROGRAM, "--as=map", *arguments], input=begin + zeros, capture_output=True,
+                                      preexec_fn=limited, timeout=120)
+                self.assertEqual(done.returncode, 1, done.stderr)
+                self.assertLess(len(done.stdout) + len(done.stderr), 4096)
 
     # Only on a terminal, only for what is large, and nothing of it stays.
     def test_progress(self):
@@ -294,10 +398,12 @@ class CommandLine(unittest.TestCase):
                 terminal, its_end = pty.openpty()
                 subprocess.run([PROGRAM, file.name], stdout=subprocess.DEVNULL, stderr=its_end, check=True)
                 os.close(its_end)
+                said = b""
                 try:
-                    said = os.read(terminal, 4096)
-                except OSError:
-                    said = b""
+                    while piece := os.read(terminal, 4096):
+                        said += piece
+                except OSError:  # its other end is closed
+                    pass
                 os.close(terminal)
             self.assertEqual(b"MiB read" in said, shows)
             self.assertEqual(said.endswith(b"\r\x1b[K"), shows)

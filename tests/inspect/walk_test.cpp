@@ -25,7 +25,7 @@ void expect_same_extent(golden const& file, std::string const& bytes) {
 
 TEST(walk, ends_where_the_library_does_also_in_damaged_files) {
     for (golden const& file : goldens()) {
-        EXPECT_EQ(inspect::begins_with_object(file.bytes), file.objects != 0 && file.name != "null") << file.name;
+        EXPECT_EQ(inspect::begins_with_object(file.bytes, {}), file.objects != 0 && file.name != "null") << file.name;
         ASSERT_NO_FATAL_FAILURE(expect_same_extent(file, file.bytes + "behind"));
         for (std::size_t cut = 0; cut <= file.bytes.size(); ++cut) {
             ASSERT_NO_FATAL_FAILURE(expect_same_extent(file, file.bytes.substr(0, cut)));
@@ -74,11 +74,14 @@ TEST(walk, nesting_has_no_bound) {
     for (std::size_t i = 0; i != levels; ++i) {
         bytes += level;
     }
-    std::ostringstream json, text;
+    std::ostringstream json, text, dot, summary;
     inspect::json_view as_json(json, false);
     inspect::text_view as_text(text, false);
-    EXPECT_FALSE(walk(0, bytes + std::string(4, '\0'), as_json).broken);
-    EXPECT_FALSE(walk(0, bytes + std::string(4, '\0'), as_text).broken);
+    inspect::dot_view as_dot(dot);
+    inspect::summary_view as_summary(summary);
+    for (inspect::view* const each : std::initializer_list<inspect::view*>{&as_json, &as_text, &as_dot, &as_summary}) {
+        EXPECT_FALSE(walk(0, bytes + std::string(4, '\0'), *each).broken);
+    }
     EXPECT_LT(text.str().size(), 200 * levels);
     EXPECT_EQ(walk(0, bytes, as_json).broken->path.size(), levels);
 }

@@ -3,6 +3,7 @@
 #include "quoting.hpp"
 #include "text_view.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace inspect {
@@ -15,7 +16,7 @@ std::string shortened_line(std::string const& text) {
     return text.size() <= longest_line ? text : std::string(whole_characters(text.substr(0, longest_line))) + "...";
 }
 
-/// Within quotation marks of the graph's language, where a backslash begins an escape.
+/// Within quotation marks of the graph's language, where a backslash begins an escape, and an ampersand an entity.
 std::string escaped(std::string const& text) {
     std::string out;
     for (char const c : text) {
@@ -23,12 +24,18 @@ std::string escaped(std::string const& text) {
             out += '\\';
         }
         out += c;
+        out += c == '&' ? "amp;" : "";
     }
     return out;
 }
 
-std::string object_id(std::uint32_t number) {
-    return 'o' + std::to_string(number);
+std::string node_of(object_id id) {
+    return 'o' + std::to_string(id.number) + (id.again == 0 ? "" : '_' + std::to_string(id.again));
+}
+
+std::string step_to(slot const& at) {
+    return at.is == slot::kind::element ? '[' + std::to_string(at.index) + ']'
+                                        : shortened_line(name_for_people(at.name));
 }
 
 }  // namespace
@@ -39,12 +46,19 @@ void dot_view::begin(document) {
            "  edge [fontname=\"monospace\", fontsize=10]\n";
 }
 
+// The last steps from the node to a place, of which there may be very many.
 std::string dot_view::path_to(slot const& at) const {
-    std::string path = levels_.empty() ? std::string() : levels_.back().path;
-    if (at.is == slot::kind::element) {
-        return path + '[' + std::to_string(at.index) + ']';
+    constexpr std::size_t most_steps = 5;
+    std::string path = step_to(at);
+    auto const nearest = std::find_if(levels_.rbegin(), levels_.rend(), [](level const& l) { return l.is_node; });
+    std::size_t steps = 1;
+    for (auto around = levels_.rbegin(); around != nearest; ++around) {
+        if (++steps > most_steps) {
+            return "..." + path;
+        }
+        path.insert(0, around->step + (path.front() == '[' ? "" : "."));
     }
-    return path + (path.empty() ? "" : ".") + name_for_people(at.name);
+    return path;
 }
 
 void dot_view::enter(node made) {
@@ -74,14 +88,13 @@ void dot_view::open(slot const& at, form, std::optional<std::uint64_t>) {
     if (at.is == slot::kind::root) {
         enter({"map" + std::to_string(at.index), "map"});
     } else {
-        levels_.push_back({false, path_to(at)});
+        levels_.push_back({false, step_to(at)});
     }
 }
 
-void dot_view::object(slot const& at, std::uint32_t number, velum::guid_t const& clsid, std::string const& name) {
-    add_edge(at, object_id(number));
-    enter({object_id(number),
-           std::to_string(number) + ' ' + escaped(name.empty() ? clsid.string() : name_for_people(name))});
+void dot_view::object(slot const& at, object_id id, velum::guid_t const& clsid, std::string const& class_name) {
+    add_edge(at, node_of(id));
+    enter({node_of(id), text_of(id) + ' ' + escaped(shortened_line(class_name.empty() ? clsid.string() : class_name))});
 }
 
 void dot_view::close(std::uint64_t) {
@@ -92,19 +105,20 @@ void dot_view::close(std::uint64_t) {
     levels_.pop_back();
 }
 
-void dot_view::reference(slot const& at, std::uint32_t number, bool) {
-    add_edge(at, object_id(number));
+void dot_view::reference(slot const& at, object_id id, bool) {
+    add_edge(at, node_of(id));
 }
 
 void dot_view::finish(ending const& end) {
     while (!levels_.empty()) {
         close(end.offset);
     }
-    for (auto const& [number, count] : end.references) {
-        to_ << "  " << object_id(number) << " [style=bold]\n";
+    for (auto const& [id, count] : end.references) {
+        to_ << "  " << node_of(id) << " [style=bold]\n";
     }
     if (end.broken) {
-        to_ << "  broken [shape=octagon, label=\"broken at byte " << end.broken->offset << "\"]\n";
+        to_ << "  broken [shape=octagon, label=\"" << (end.broken->is_unknown_class ? "stopped" : "broken")
+            << " at byte " << end.broken->offset << "\"]\n";
     }
     to_ << "}\n";
 }

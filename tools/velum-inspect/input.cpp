@@ -1,10 +1,13 @@
 #include "input.hpp"
 
+#include "quoting.hpp"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
@@ -91,11 +94,15 @@ std::uint64_t input::skip(std::uint64_t size) {
     return done;
 }
 
+std::uint64_t input::skip_rest() {
+    return size_ && *size_ >= position_ ? *size_ - position_ : skip(std::numeric_limits<std::uint64_t>::max());
+}
+
 input open_input(std::string const& path) {
     std::string const name = path == "-" ? "standard input" : path;
     std::shared_ptr<std::FILE> const file(open_binary(path), close);
     if (!file) {
-        fail(name);
+        fail(printable(name));
     }
     std::optional<std::uint64_t> size;
     std::error_code unknown;
@@ -106,7 +113,7 @@ input open_input(std::string const& path) {
         [file, name](char* data, std::size_t most) {
             std::size_t const came = std::fread(data, 1, most, file.get());
             if (came == 0 && std::ferror(file.get()) != 0) {
-                fail(name);
+                fail(printable(name));
             }
             return came;
         },

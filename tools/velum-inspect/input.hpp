@@ -27,6 +27,9 @@ public:
     std::size_t read(char* data, std::size_t size);
     std::uint64_t skip(std::uint64_t size);
 
+    /// How many bytes there are behind; none is left. Reads them only where the size isn't known.
+    std::uint64_t skip_rest();
+
     std::uint64_t position() const { return position_; }
     /// In bytes; empty where nobody knows.
     std::optional<std::uint64_t> size() const { return size_; }

@@ -52,6 +52,12 @@ struct members_of {
     }
 };
 
+/// The number, and how many objects had the same before, if any had.
+std::string numbered(char const* name, object_id id) {
+    return member(name, std::to_string(id.number)) +
+           (id.again == 0 ? "" : ',' + member("again", std::to_string(id.again)));
+}
+
 char const* list_name(form shape) {
     switch (shape) {
         case form::maps:
@@ -76,15 +82,17 @@ bool is_object_place(slot const& at) {
 
 std::string as_json(damage const& broken) {
     std::string path;
-    for (step const& each : broken.path) {
+    for (path_step const& each : broken.path) {
         auto const* const name = std::get_if<std::string>(&each);
         std::string const text = name == nullptr  ? std::to_string(std::get<std::uint64_t>(each))
                                  : is_utf8(*name) ? json_string(*name)
                                                   : json_string(in_quotes(*name));
         path += (path.empty() ? "" : ",") + text;
     }
-    return '{' + member("offset", std::to_string(broken.offset)) + ',' + member("path", '[' + path + ']') + ',' +
-           member("expected", json_string(broken.expected)) + ',' + member("found", json_string(broken.found)) + '}';
+    char const* const kind = broken.is_unknown_class ? R"("unknown class")" : R"("damage")";
+    return '{' + member("kind", kind) + ',' + member("offset", std::to_string(broken.offset)) + ',' +
+           member("path", '[' + path + ']') + ',' + member("expected", json_string(broken.expected)) + ',' +
+           member("found", json_string(broken.found)) + '}';
 }
 
 }  // namespace
@@ -106,6 +114,7 @@ std::string json_view::label(slot const& at) const {
     std::string text;
     if (at.is == slot::kind::entry) {
         text += name_as_json("key", at.name) + ',';
+        text += at.has_whole_name ? "" : member("key_shortened", "true") + ',';
     } else if (at.is == slot::kind::field) {
         text += name_as_json("field", at.name) + ',';
     }
@@ -156,12 +165,11 @@ void json_view::put_object(slot const& at, std::string const& object) {
     to_ << (at.is == slot::kind::root ? object : '{' + label(at) + member("object", object) + '}');
 }
 
-void json_view::object(slot const& at, std::uint32_t number, velum::guid_t const& clsid, std::string const& name) {
+void json_view::object(slot const& at, object_id id, velum::guid_t const& clsid, std::string const& class_name) {
     separate();
-    std::string head =
-        member("number", std::to_string(number)) + ',' + member("class", json_string(clsid.string())) + ',';
-    if (!name.empty()) {
-        head += name_as_json("class_name", name) + ',';
+    std::string head = numbered("number", id) + ',' + member("class", json_string(clsid.string())) + ',';
+    if (!class_name.empty()) {
+        head += member("class_name", json_string(class_name)) + ',';
     }
     head += "\"fields\":[";
     if (at.is == slot::kind::root) {
@@ -180,8 +188,8 @@ void json_view::null(slot const& at) {
     put_object(at, "null");
 }
 
-void json_view::reference(slot const& at, std::uint32_t number, bool) {
-    put_object(at, '{' + member("reference", std::to_string(number)) + '}');
+void json_view::reference(slot const& at, object_id id, bool) {
+    put_object(at, '{' + numbered("reference", id) + '}');
 }
 
 void json_view::omitted(std::uint64_t count) {
@@ -193,8 +201,8 @@ void json_view::finish(ending const& end) {
         close(end.offset);
     }
     std::string shared;
-    for (auto const& [number, count] : end.references) {
-        shared += (shared.empty() ? "{" : ",{") + member("object", std::to_string(number)) + ',' +
+    for (auto const& [id, count] : end.references) {
+        shared += (shared.empty() ? "{" : ",{") + numbered("object", id) + ',' +
                   member("references", std::to_string(count)) + '}';
     }
     if (!shared.empty()) {

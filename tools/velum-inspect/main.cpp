@@ -11,15 +11,12 @@ constexpr int whole = 0, damaged = 1, in_the_way = 2;
 int run(int count, char** arguments) {
     auto const chosen = inspect::parse(count, arguments);
     if (!chosen) {
+        inspect::check_written(std::cout.flush());
         return whole;
     }
     auto const broken = inspect::inspect(*chosen, std::cout);
-    if (!std::cout.flush()) {
-        throw std::runtime_error("what is printed can't be written");
-    }
     if (broken) {
-        std::cerr << "velum-inspect: " << (chosen->file == "-" ? "standard input" : chosen->file) << ": "
-                  << inspect::message(*broken) << '\n';
+        std::cerr << "velum-inspect: " << inspect::name_of(*chosen) << ": " << inspect::message(*broken) << '\n';
     }
     return broken ? damaged : whole;
 }

@@ -1,5 +1,7 @@
 #include "options.hpp"
 
+#include "quoting.hpp"
+
 #include <array>
 #include <charconv>
 #include <iostream>
@@ -67,14 +69,14 @@ std::uint64_t natural(char const* name, std::string_view text) {
     std::uint64_t number = 0;
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) {
-        throw usage_error(std::string(name) + " needs a number, not \"" + std::string(text) + '"');
+        throw usage_error(std::string(name) + " needs a number, not " + in_quotes(text));
     }
     return number;
 }
 
 bool is_objects(std::string_view text) {
     if (text != "map" && text != "objects") {
-        throw usage_error(R"(--as needs "map" or "objects", not ")" + std::string(text) + '"');
+        throw usage_error(R"(--as needs "map" or "objects", not )" + in_quotes(text));
     }
     return text == "objects";
 }

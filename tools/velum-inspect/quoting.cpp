@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
+#include <iterator>
+#include <utility>
 
 namespace inspect {
 namespace {
@@ -39,9 +41,26 @@ std::size_t character(std::string_view text) {
     return length;
 }
 
-bool is_control(std::string_view text, std::size_t length) {
-    unsigned const first = value_of(text.front());
-    return first < 0x20 || first == 0x7F || (length == 2 && first == 0xC2 && value_of(text[1]) < 0xA0);
+/// The number of the character that `text` is.
+std::uint32_t code_point(std::string_view text) {
+    std::uint32_t code = value_of(text.front());
+    if (text.size() > 1) {
+        code &= 0x7FU >> text.size();
+    }
+    for (char const next : text.substr(1)) {
+        code = code << 6U | (value_of(next) & 0x3FU);
+    }
+    return code;
+}
+
+// Neither controls nor what turns or hides other text, nor what is no character.
+bool is_printable(std::uint32_t code) {
+    constexpr std::pair<std::uint32_t, std::uint32_t> others[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0x200B, 0x200F},
+                                                                  {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFDD0, 0xFDEF},
+                                                                  {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}};
+    return (code & 0xFFFEU) != 0xFFFE && std::none_of(std::begin(others), std::end(others), [code](auto const& range) {
+               return code >= range.first && code <= range.second;
+           });
 }
 
 /// A quotation mark, a backslash or a control character that has a letter; null for others.
@@ -62,24 +81,15 @@ char const* named_escape(char c) {
     }
 }
 
-/// Calls `escape` with the bytes that can't stand for themselves, and takes all others as they are.
-template <class Escape>
-std::string quoted_by(std::string_view text, Escape escape) {
-    std::string out = "\"";
-    while (!text.empty()) {
-        std::size_t const length = character(text);
-        if (char const* const named = named_escape(text.front())) {
-            out += named;
-        } else if (length == 0 || is_control(text, length)) {
-            out += escape(text.front());
-            text.remove_prefix(1);
-            continue;
-        } else {
-            out += text.substr(0, length);
-        }
-        text.remove_prefix(length);
-    }
-    return out + '"';
+/// The first character of `text`, or one byte that is none.
+std::string_view take_character(std::string_view& text) {
+    std::string_view const taken = text.substr(0, std::max<std::size_t>(character(text), 1));
+    text.remove_prefix(taken.size());
+    return taken;
+}
+
+bool is_printable(std::string_view taken) {
+    return character(taken) != 0 && is_printable(code_point(taken));
 }
 
 }  // namespace
@@ -106,7 +116,25 @@ std::string_view whole_characters(std::string_view text) {
 }
 
 std::string in_quotes(std::string_view text) {
-    return quoted_by(text, [](char c) { return "\\x" + as_hex({&c, 1}); });
+    std::string out = "\"";
+    while (!text.empty()) {
+        std::string_view const taken = take_character(text);
+        if (char const* const named = named_escape(taken.front())) {
+            out += named;
+        } else if (is_printable(taken)) {
+            out += taken;
+        } else {
+            for (char const c : taken) {
+                out += "\\x" + as_hex({&c, 1});
+            }
+        }
+    }
+    return out + '"';
+}
+
+std::string printable(std::string const& text) {
+    std::string const quoted = in_quotes(text);
+    return quoted.size() == text.size() + 2 ? text : quoted;
 }
 
 std::string name_for_people(std::string const& name) {
@@ -116,16 +144,19 @@ std::string name_for_people(std::string const& name) {
     return !name.empty() && std::all_of(name.begin(), name.end(), is_plain) ? name : in_quotes(name);
 }
 
-// Control characters beyond the first 32 and 127 come as two bytes, of which JSON has no word.
+// JSON allows most of what isn't printable as it is, but terminals show JSON too.
 std::string json_string(std::string_view text) {
     std::string out = "\"";
-    for (char const c : text) {
-        if (char const* const named = named_escape(c)) {
+    while (!text.empty()) {
+        std::string_view const taken = take_character(text);
+        std::uint32_t const code = code_point(taken);
+        if (char const* const named = named_escape(taken.front())) {
             out += named;
-        } else if (value_of(c) < 0x20) {
-            out += "\\u00" + as_hex({&c, 1});
+        } else if (is_printable(code) || code > 0xFFFF) {
+            out += taken;
         } else {
-            out += c;
+            char const high = static_cast<char>(code >> 8U), low = static_cast<char>(code & 0xFFU);
+            out += "\\u" + as_hex({&high, 1}) + as_hex({&low, 1});
         }
     }
     return out + '"';

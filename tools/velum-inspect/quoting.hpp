@@ -16,6 +16,9 @@ std::string_view whole_characters(std::string_view text);
 /// In quotation marks, for people: what isn't a printable character of UTF-8 stands as \n, \x00 and the like.
 std::string in_quotes(std::string_view text);
 
+/// As it is where all of it is printable, or else in quotation marks.
+std::string printable(std::string const& text);
+
 /// A key or field as it is where nobody can take it for something else, or else in quotation marks.
 std::string name_for_people(std::string const& name);
 

@@ -37,9 +37,9 @@ void shortened::open(slot const& at, form shape, std::optional<std::uint64_t> co
     }
 }
 
-void shortened::object(slot const& at, std::uint32_t number, velum::guid_t const& clsid, std::string const& name) {
+void shortened::object(slot const& at, object_id id, velum::guid_t const& clsid, std::string const& class_name) {
     if (enters(at)) {
-        to_.object(at, number, clsid, name);
+        to_.object(at, id, clsid, class_name);
     }
 }
 
@@ -61,13 +61,19 @@ void shortened::null(slot const& at) {
     }
 }
 
-void shortened::reference(slot const& at, std::uint32_t number, bool is_around) {
+void shortened::reference(slot const& at, object_id id, bool is_around) {
     if (shows(at)) {
-        to_.reference(at, number, is_around);
+        to_.reference(at, id, is_around);
     }
 }
 
 void shortened::finish(ending const& end) {
+    for (; !left_out_.empty(); left_out_.pop_back()) {  // of a stream that broke
+        if (left_out_.back() != 0) {
+            to_.omitted(left_out_.back());
+        }
+        to_.close(end.offset);
+    }
     ending shown = end;
     while (shown.references.size() > most_) {
         shown.references.erase(std::prev(shown.references.end()));

@@ -16,10 +16,10 @@ public:
     void begin(document kind) override { to_.begin(kind); }
     void value(slot const& at, content const& held, std::uint64_t end) override;
     void open(slot const& at, form shape, std::optional<std::uint64_t> count) override;
-    void object(slot const& at, std::uint32_t number, velum::guid_t const& clsid, std::string const& name) override;
+    void object(slot const& at, object_id id, velum::guid_t const& clsid, std::string const& class_name) override;
     void close(std::uint64_t end) override;
     void null(slot const& at) override;
-    void reference(slot const& at, std::uint32_t number, bool is_around) override;
+    void reference(slot const& at, object_id id, bool is_around) override;
     void finish(ending const& end) override;
 
 private:

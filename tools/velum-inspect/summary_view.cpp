@@ -49,10 +49,10 @@ void summary_view::open(slot const& at, form shape, std::optional<std::uint64_t>
     enter(at, {});
 }
 
-void summary_view::object(slot const& at, std::uint32_t, velum::guid_t const& clsid, std::string const& name) {
+void summary_view::object(slot const& at, object_id, velum::guid_t const& clsid, std::string const& class_name) {
     add_name_and_tag(at);
     add(frame_, "heads of objects", size_of_head);
-    enter(at, (name.empty() ? "unknown class" : name) + ' ' + clsid.string());
+    enter(at, (class_name.empty() ? "unknown class" : class_name) + ' ' + clsid.string());
 }
 
 void summary_view::close(std::uint64_t end) {
@@ -73,7 +73,7 @@ void summary_view::null(slot const& at) {
     add(frame_, "nulls", size_of_null);
 }
 
-void summary_view::reference(slot const& at, std::uint32_t, bool) {
+void summary_view::reference(slot const& at, object_id, bool) {
     add_name_and_tag(at);
     add(frame_, "references", size_of_reference);
 }

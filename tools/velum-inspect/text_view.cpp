@@ -68,7 +68,7 @@ std::string label(slot const& at) {
         default:
             break;
     }
-    return name_for_people(at.name) + ": ";
+    return name_for_people(at.name) + (at.has_whole_name ? ": " : "...: ");
 }
 
 // Of an object its class says more than the type of the place, of a root there is none.
@@ -98,7 +98,7 @@ void text_view::indent() {
 
 void text_view::line(slot const& at, std::string const& what) {
     if (with_offsets_) {
-        to_ << std::setw(offset_width) << at.offset << std::setw(offset_width) << at.payload << "  ";
+        to_ << std::setw(offset_width) << at.offset << ' ' << std::setw(offset_width - 1) << at.payload << "  ";
     }
     indent();
     to_ << label(at) << what << '\n';
@@ -114,9 +114,9 @@ void text_view::open(slot const& at, form shape, std::optional<std::uint64_t> co
     ++depth_;
 }
 
-void text_view::object(slot const& at, std::uint32_t number, velum::guid_t const& clsid, std::string const& name) {
+void text_view::object(slot const& at, object_id id, velum::guid_t const& clsid, std::string const& class_name) {
     line(at,
-         "object " + std::to_string(number) + ", " + (name.empty() ? "unknown class" : name) + ' ' + clsid.string());
+         "object " + text_of(id) + ", " + (class_name.empty() ? "unknown class" : class_name) + ' ' + clsid.string());
     ++depth_;
 }
 
@@ -128,8 +128,8 @@ void text_view::null(slot const& at) {
     line(at, "null");
 }
 
-void text_view::reference(slot const& at, std::uint32_t number, bool is_around) {
-    line(at, "reference to object " + std::to_string(number) + (is_around ? ", which is around it" : ""));
+void text_view::reference(slot const& at, object_id id, bool is_around) {
+    line(at, "reference to object " + text_of(id) + (is_around ? ", which is around it" : ""));
 }
 
 void text_view::omitted(std::uint64_t count) {
@@ -142,8 +142,8 @@ void text_view::finish(ending const& end) {
     if (!end.references.empty()) {
         to_ << "shared objects:";
         char const* before = " ";
-        for (auto const& [number, count] : end.references) {
-            to_ << before << number << " (" << count << (count == 1 ? " reference)" : " references)");
+        for (auto const& [id, count] : end.references) {
+            to_ << before << text_of(id) << " (" << count << (count == 1 ? " reference)" : " references)");
             before = ", ";
         }
         if (end.unlisted != 0) {

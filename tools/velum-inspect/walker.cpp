@@ -1,5 +1,7 @@
 #include "walker.hpp"
 
+#include "quoting.hpp"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -52,17 +54,19 @@ std::string count_of_bytes(std::uint64_t count) {
 
 }  // namespace
 
-void walker::read_map(std::uint64_t root) {
-    slot const at{.index = root, .offset = from_.position(), .payload = from_.position()};
-    place_ = at;
-    read_value(at, *type_of_word("map"));
+slot walker::root_at(std::optional<std::uint64_t> root) {
+    root_ = root;
+    place_ = slot{.index = root.value_or(0), .offset = from_.position(), .payload = from_.position()};
+    return *place_;
+}
+
+void walker::read_map(std::optional<std::uint64_t> root) {
+    read_value(root_at(root), *type_of_word("map"));
     finish_frames();
 }
 
 void walker::read_object(std::uint64_t root) {
-    slot const at{.index = root, .offset = from_.position(), .payload = from_.position()};
-    place_ = at;
-    read_object(at);
+    read_object(root_at(root));
     finish_frames();
 }
 
@@ -74,11 +78,17 @@ void walker::finish_frames() {
             continue;
         }
         if (innermost.object != nullptr) {
-            --objects_[innermost.number];
+            leave(innermost.id);
         }
         frames_.pop_back();
         to_.close(from_.position());
     }
+}
+
+// One that has the same number and came later may be around too.
+void walker::leave(object_id id) {
+    known_object& last = objects_[id.number];
+    last.is_around = last.is_around && last.again != id.again;
 }
 
 // What is read may begin a frame of its own, so the innermost one is done with before.
@@ -110,7 +120,7 @@ void walker::read_next() {
 
 void walker::read_field(frame& stages) {
     field const& next = stages.object->fields[stages.done++];
-    slot const at{slot::kind::field, next.name, 0, from_.position(), from_.position(), next.type};
+    slot const at{slot::kind::field, next.name, true, 0, from_.position(), from_.position(), next.type};
     place_ = at;
     if (std::holds_alternative<once>(next.repeat)) {
         read_value(at, *next.type);
@@ -129,6 +139,10 @@ void walker::read_repeated(slot const& at, field const& repeated, frame const& s
             fail(at.offset, "a number \"" + by->name + "\" before it, as the class is described", "none");
         }
         count = found->second;
+        if (static_cast<std::int64_t>(*count) < 0) {
+            fail(at.offset, "a number \"" + by->name + "\" that isn't negative or beyond all streams",
+                 std::to_string(static_cast<std::int64_t>(*count)));
+        }
     }
     if (repeated.type->shape == form::raw) {
         std::string first = read_bytes(*count, limits_.bytes, "the bytes of a field");
@@ -140,15 +154,18 @@ void walker::read_repeated(slot const& at, field const& repeated, frame const& s
 
 slot walker::element() const {
     frame const& in = frames_.back();
-    return {slot::kind::element, {}, in.done, from_.position(), from_.position(), in.element};
+    return {slot::kind::element, {}, true, in.done, from_.position(), from_.position(), in.element};
 }
 
 slot walker::key() {
     std::uint64_t const offset = from_.position();
-    place_ = {slot::kind::element, {}, frames_.back().done};  // as long as it has no name
     auto const size = read_number<std::uint32_t>("the length of a key");
-    std::string name = read_bytes(size, size, "a key");
-    return {slot::kind::entry, std::move(name), 0, offset, from_.position()};
+    std::string name = read_bytes(size, limits_.key, "a key");
+    bool const is_whole = name.size() == size;
+    if (!is_whole) {
+        name.resize(whole_characters(name).size());
+    }
+    return {slot::kind::entry, std::move(name), is_whole, 0, offset, from_.position()};
 }
 
 void walker::read_tagged(slot at) {
@@ -252,8 +269,9 @@ void walker::read_reference(slot const& at) {
     if (met == objects_.end()) {
         fail(offset, "the number of an object before it", std::to_string(number));
     }
-    ++references_[number];
-    to_.reference(at, number, met->second != 0);
+    object_id const id{number, met->second.again};
+    ++references_[id];
+    to_.reference(at, id, met->second.is_around);
 }
 
 void walker::read_new_object(slot const& at) {
@@ -262,12 +280,15 @@ void walker::read_new_object(slot const& at) {
     velum::guid_t clsid;
     read_exactly(reinterpret_cast<char*>(&clsid), sizeof clsid, "the identifier of a class");
     class_description const* const described = classes_.find(clsid);
-    ++objects_[number];
-    to_.object(at, number, clsid, described != nullptr ? described->name : std::string());
+    auto const [met, is_new] = objects_.try_emplace(number);
+    met->second.again += is_new ? 0 : 1;
+    met->second.is_around = true;
+    object_id const id{number, met->second.again};
+    to_.object(at, id, clsid, described != nullptr ? described->name : std::string());
     if (described == nullptr) {
         throw damage_at(offset, "a class that is described (by --class or --classes)", clsid.string(), true);
     }
-    frames_.push_back({.at = at, .object = described, .number = number});
+    frames_.push_back({.at = at, .object = described, .id = id});
 }
 
 void walker::push(slot const& at, form shape, std::optional<std::uint64_t> count, stored_type const* element) {
@@ -281,7 +302,7 @@ void walker::note_count(slot const& at, stored_number const& value) {
     if (auto const* const natural = std::get_if<std::uint64_t>(&value)) {
         count = *natural;
     } else if (auto const* const whole = std::get_if<std::int64_t>(&value)) {
-        count = *whole < 0 ? 0 : static_cast<std::uint64_t>(*whole);
+        count = static_cast<std::uint64_t>(*whole);
     } else {
         return;
     }
@@ -334,7 +355,9 @@ std::string walker::read_bytes(std::uint64_t size, std::uint64_t limit, char con
 }
 
 void walker::fail_at_end(std::uint64_t offset, std::uint64_t wanted, std::uint64_t came, char const* what) const {
-    fail(offset, count_of_bytes(wanted) + " (" + what + ')',
+    // A place that isn't known yet is that of an entry whose key is being read.
+    std::string const of_entry = place_ ? "" : " of entry " + std::to_string(frames_.back().done);
+    fail(offset, count_of_bytes(wanted) + " (" + what + of_entry + ')',
          came == 0 ? "the end of the stream" : count_of_bytes(came) + " and the end of the stream");
 }
 
@@ -349,9 +372,12 @@ damage walker::damage_at(std::uint64_t offset, std::string const& expected, std:
         if (at.is == slot::kind::element) {
             broken.path.emplace_back(at.index);
         } else if (at.is != slot::kind::root) {
-            broken.path.emplace_back(at.name);
+            broken.path.emplace_back(at.has_whole_name ? at.name : at.name + "...");
         }
     };
+    if (root_) {
+        broken.path.emplace_back(*root_);
+    }
     for (frame const& around : frames_) {
         add(around.at);
     }

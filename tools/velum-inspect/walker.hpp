@@ -14,8 +14,9 @@
 
 namespace inspect {
 
-/// How much of a text or buffer is handed on, in bytes; all is read.
+/// How much of a key, text or buffer is handed on, in bytes; all is read.
 struct content_limits {
+    std::uint64_t key = std::numeric_limits<std::uint64_t>::max();
     std::uint64_t text = std::numeric_limits<std::uint64_t>::max();
     std::uint64_t bytes = std::numeric_limits<std::uint64_t>::max();
 };
@@ -29,11 +30,12 @@ public:
     walker(input& from, class_catalogue const& classes, view& to, content_limits limits)
         : from_(from), classes_(classes), to_(to), limits_(limits) {}
 
-    /// One map, or one object with all that is stored within it, as the root of this number. They throw `damage`.
-    void read_map(std::uint64_t root);
+    /// One map, or one object with all that is stored within it. They throw `damage`. `root` counts them, where there
+    /// may be several.
+    void read_map(std::optional<std::uint64_t> root);
     void read_object(std::uint64_t root);
 
-    std::map<std::uint32_t, std::uint64_t> const& references() const { return references_; }
+    std::map<object_id, std::uint64_t> const& references() const { return references_; }
 
 private:
     // What is being read: a container, a repeated field, or the stages of an object.
@@ -44,7 +46,7 @@ private:
         std::optional<std::uint64_t> count{};  // empty: up to a null
         stored_type const* element{};          // of a repeated field
         class_description const* object{};     // whose stages these are
-        std::uint32_t number = 0;
+        object_id id{};
         std::unordered_map<std::string, std::uint64_t> counts{};  // that fields behind may need
 
         bool is_done() const { return object != nullptr ? done == object->fields.size() : done == count; }
@@ -56,7 +58,14 @@ private:
         }
     };
 
+    struct known_object {
+        std::uint32_t again = 0;
+        bool is_around = false;  // the place that is being read
+    };
+
+    slot root_at(std::optional<std::uint64_t> root);
     void finish_frames();
+    void leave(object_id id);
     void read_next();
     void read_field(frame& stages);
 
@@ -90,9 +99,10 @@ private:
     view& to_;
     content_limits limits_;
     std::vector<frame> frames_;
-    std::optional<slot> place_;                                 // what is being read in the innermost frame
-    std::unordered_map<std::uint32_t, std::uint32_t> objects_;  // by number: how many of them are around this place
-    std::map<std::uint32_t, std::uint64_t> references_;
+    std::optional<slot> place_;                                // what is being read in the innermost frame
+    std::unordered_map<std::uint32_t, known_object> objects_;  // by number: the last
+    std::map<object_id, std::uint64_t> references_;
+    std::optional<std::uint64_t> root_;
 };
 
 }  // namespace inspect
