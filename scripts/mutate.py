@@ -30,7 +30,8 @@ COPIED = ["CMakeLists.txt", "cmake", "velum", "tests", "fuzz"]
 SLOW = "*nesting*:*large*:*hostile*"  # as in --gtest_filter; they run last, each on its own
 MEMORY = 6 << 30  # bytes of address space for a test program; the suite gets by with 2 GiB
 SETTINGS = ["-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_FLAGS=-O1 -D_GLIBCXX_ASSERTIONS", "-DVELUM_INSTALL=OFF",
-            "-DVELUM_BUILD_EXAMPLES=OFF", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON"]
+            "-DVELUM_BUILD_EXAMPLES=OFF", "-DVELUM_BUILD_TOOLS=OFF",
+            "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON"]
 
 SWAPS = {
     "comparison": {"==": ["!="], "!=": ["=="], "<": ["<=", ">="], "<=": ["<", ">"], ">": [">=", "<="],

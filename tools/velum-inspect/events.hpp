@@ -4,7 +4,6 @@
 
 #include <velum/core/guid.hpp>
 
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -35,7 +34,9 @@ struct object_id {
     std::uint32_t number = 0;
     std::uint32_t again = 0;
 
-    auto operator<=>(object_id const&) const = default;
+    friend bool operator<(object_id const& a, object_id const& b) {
+        return a.number != b.number ? a.number < b.number : a.again < b.again;
+    }
 };
 
 /// "3", and "3#2" for the second of that number.
