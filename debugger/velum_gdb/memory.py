@@ -1,5 +1,6 @@
 """The memory of the program, read without types: what is there even where nobody has debug information."""
 
+import functools
 import re
 import struct
 
@@ -40,8 +41,12 @@ def dynamic_class(address):
     mangled = text_at(words(info + 8, 1)[0], 1 << 16).decode("latin-1").lstrip("*")
     if not re.fullmatch(r"[\w.$]+", mangled, re.ASCII):
         raise Broken("no object of any class")
-    demangled = gdb.execute(f"demangle -- _ZTI{mangled}", to_string=True).strip()
-    return address + to_whole, demangled.removeprefix("typeinfo for ")
+    return (address + to_whole) % (1 << 64), demangled(mangled)
+
+
+@functools.lru_cache(1000)
+def demangled(mangled):
+    return gdb.execute(f"demangle -- _ZTI{mangled}", to_string=True).strip().removeprefix("typeinfo for ")
 
 
 def type_named(name):

@@ -1,5 +1,7 @@
 """Texts, identifiers and bytes."""
 
+import codecs
+
 import gdb
 
 from velum_gdb import memory
@@ -9,13 +11,20 @@ from velum_gdb.printer import Printer, complaint, plural
 NO_TEXT = "no text, or not made yet"
 
 
+def charset():
+    """That of the terminal, where gdb tells."""
+    try:
+        return codecs.lookup(gdb.host_charset()).name
+    except (AttributeError, LookupError):
+        return "ascii"
+
+
 def quoted(data, cut=False):
     """As C++ writes it, in letters that the terminal has."""
-    charset = gdb.host_charset() if hasattr(gdb, "host_charset") else "ascii"
     escaped = data.replace(b"\\", b"\\\\").replace(b'"', b'\\"').decode("utf-8", "surrogateescape")
     letters = (each if each.isprintable() else "".join(f"\\{byte:03o}" for byte in each.encode("utf-8", "surrogateescape"))
                for each in escaped)
-    return '"' + "".join(letters).encode(charset, "backslashreplace").decode(charset) + '"' + ("..." if cut else "")
+    return '"' + "".join(letters).encode(charset(), "backslashreplace").decode(charset()) + '"' + ("..." if cut else "")
 
 
 def string(address):
