@@ -1,13 +1,16 @@
 # cmake --install: headers, library, CMake package and pkg-config module. Nothing in them states an absolute path, so an
-# installed tree may be moved.
+# installed tree may be moved. The components become packages (velum_packages.cmake): velum_runtime has what programs
+# need to run, velum_tool the command-line program, and velum_development all else.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME velum_development)
 set(velum_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velum")
 
 # CMake before 3.23, which a user may have, knows no file sets: for it the include folder is stated once more.
 install(TARGETS velum EXPORT velumTargets
+  LIBRARY COMPONENT velum_runtime NAMELINK_COMPONENT velum_development
   FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
   INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(EXPORT velumTargets NAMESPACE velum:: DESTINATION "${velum_package_dir}")
