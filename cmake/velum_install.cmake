@@ -12,6 +12,7 @@ set(velum_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velum")
 install(TARGETS velum EXPORT velumTargets
   LIBRARY COMPONENT velum_runtime NAMELINK_COMPONENT velum_development
   FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  FILE_SET made DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
   INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(EXPORT velumTargets NAMESPACE velum:: DESTINATION "${velum_package_dir}")
 

@@ -27,6 +27,7 @@
 #include <velum/core/any.hpp>
 #include <velum/core/api.hpp>
 #include <velum/core/atomic_count.hpp>
+#include <velum/core/build_info.hpp>
 #include <velum/core/class_record.hpp>
 #include <velum/core/clsid_initializer.hpp>
 #include <velum/core/counted.hpp>
@@ -60,6 +61,7 @@
 #include <velum/values/math/vec.hpp>
 #include <velum/values/type_key.hpp>
 #include <velum/values/ustring.hpp>
+#include <velum/version.hpp>
 #include <velum/wire/errors.hpp>
 #include <velum/wire/read.hpp>
 #include <velum/wire/write.hpp>
