@@ -353,7 +353,7 @@ class CommandLine(unittest.TestCase):
         self.assertGreater(len(options), 10)
         for option in options:
             self.assertIn(option, manual)
-        self.assertRegex(run("--version")[1], r"^velum-inspect \d+\.\d+\.\d+\n$")
+        self.assertRegex(run("--version")[1], r"^velum-inspect (\d+\.\d+\.\d+)\nvelum \1 \(ABI \d+\)\ncompiler: ")
 
     def test_the_manual_shows_what_is_printed(self):
         root = os.path.dirname(os.path.dirname(GOLDEN))

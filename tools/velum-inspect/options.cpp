@@ -2,6 +2,9 @@
 
 #include "quoting.hpp"
 
+#include <velum/core/build_info.hpp>
+#include <velum/version.hpp>
+
 #include <array>
 #include <charconv>
 #include <iostream>
@@ -41,7 +44,7 @@ What is read:
       --classes FILE   the same for several, one on each line
 
   -h, --help           print this and exit
-  -V, --version        print the version and exit
+  -V, --version        print the version and how the library was built, and exit
 
 The status is 0 when all could be read, 1 when the stream is damaged or has objects of a class that isn't described (the
 message says where), and 2 when something else was in the way. The manual page describes the output and the words for classes.
@@ -141,7 +144,7 @@ bool apply(options& chosen, int found) {
             std::cout << help;
             return false;
         case 'V':
-            std::cout << "velum-inspect " VELUM_INSPECT_VERSION "\n";
+            std::cout << "velum-inspect " VELUM_VERSION "\n" << velum::build_info();
             return false;
         default:
             throw usage_error("");  // getopt has said what is wrong
