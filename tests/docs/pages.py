@@ -5,6 +5,7 @@
   pages.py run PROGRAM EXPECTED        runs a program, which must print what its page says
   pages.py links ROOT                  every link, anchor and path in the pages leads somewhere
   pages.py texts ROOT                  docs/errors.md has the texts that the library throws, and no others
+  pages.py version ROOT                CMakeLists.txt alone states the version, CHANGELOG.md has it, and pages are up to date
 
 A block of C++ with a `main` is a program. All others of a page make one together: they are statements, whose variables
 last to the next heading, or, behind `<!-- cpp: outside -->`, declarations that last to the end of the page. A comment
@@ -143,7 +144,7 @@ def anchors(page):
 
 
 def manual(root):
-    pages = [root / "README.md", root / "SECURITY.md", *sorted((root / "docs").glob("*.md"))]
+    pages = [*sorted(root.glob("*.md")), *sorted((root / "docs").glob("*.md"))]
     return pages + sorted((root / "examples").glob("*.md"))
 
 
@@ -184,12 +185,37 @@ def texts(root):
     sys.exit("\n".join(wrong) if wrong else 0)
 
 
+def files(root):
+    for path in sorted(root.iterdir()):
+        if path.is_file():
+            yield path
+        elif not path.name.startswith(("build", ".git")):
+            yield from (file for file in sorted(path.rglob("*")) if file.is_file())
+
+
+def version(root):
+    stated, changes = root / "CMakeLists.txt", root / "CHANGELOG.md"
+    number = re.search(r"^project\(velum VERSION ([\d.]+)", stated.read_text(), re.MULTILINE)[1]
+    abi = re.search(r"^set\(velum_abi (\d+)\)", stated.read_text(), re.MULTILINE)[1]
+    newest = re.search(r"^## (.*)\n\n.*ABI (\d+)\.$", changes.read_text(), re.MULTILINE)
+    wrong = [] if newest.groups() == (number, abi) else [f"{changes}: the newest isn't {number} with ABI {abi}"]
+    repeated = re.compile(rf"(?<![\w.]){re.escape(number)}(?!\.?\d)")
+    for path in files(root):
+        if path not in (stated, changes) and repeated.search(path.read_text(errors="replace")):
+            wrong.append(f"{path} repeats {number}")
+    says = [(r"find_package\(velum ([\d.]+)", number.rpartition(".")[0]), (r"libvelum(?:\.so\.)?(\d+)", abi)]
+    for page in manual(root):
+        for pattern, now in says:
+            wrong += [f"{page}: {said} is {now} now" for said in re.findall(pattern, page.read_text()) if said != now]
+    sys.exit("\n".join(wrong) if wrong else 0)
+
+
 def main(command, *arguments):
     paths = [Path(argument).absolute() for argument in arguments]
     if command == "programs":
         programs(paths[0], paths[1:])
     else:
-        {"run": run, "links": links, "texts": texts}[command](*paths)
+        {"run": run, "links": links, "texts": texts, "version": version}[command](*paths)
 
 
 main(*sys.argv[1:])
