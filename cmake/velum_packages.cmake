@@ -1,5 +1,5 @@
-# cpack: Debian's packages, one for each component of velum_install.cmake. They need a build with the prefix /usr, as the
-# preset `packages` makes it; scripts/packages does all of it.
+# cpack: Debian's packages, one for each component of velum_install.cmake. They need a build with the prefix /usr, as
+# the preset `packages` makes it; scripts/packages does all of it.
 
 set(velum_debian "${PROJECT_SOURCE_DIR}/packaging/debian")
 
