@@ -10,6 +10,7 @@ set(velum_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velum")
 
 # CMake before 3.23, which a user may have, knows no file sets: for it the include folder is stated once more.
 install(TARGETS velum EXPORT velumTargets
+  RUNTIME COMPONENT velum_runtime
   LIBRARY COMPONENT velum_runtime NAMELINK_COMPONENT velum_development
   FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
   FILE_SET made DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"

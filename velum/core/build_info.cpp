@@ -3,7 +3,7 @@
 
 #include <boost/version.hpp>
 
-#include <cstddef>
+#include <cstddef>  // the standard library's own macros
 
 #define VELUM_TEXT_OF(number) #number
 #define VELUM_TEXT(macro) VELUM_TEXT_OF(macro)
@@ -11,7 +11,7 @@
 #if defined(__clang__)
 #    define VELUM_COMPILER "clang " VELUM_TEXT(__clang_major__.__clang_minor__.__clang_patchlevel__)
 #elif defined(__GNUC__)
-#    define VELUM_COMPILER "gcc " __VERSION__
+#    define VELUM_COMPILER "gcc " VELUM_TEXT(__GNUC__.__GNUC_MINOR__.__GNUC_PATCHLEVEL__)
 #elif defined(_MSC_VER)
 #    define VELUM_COMPILER "MSVC " VELUM_TEXT(_MSC_FULL_VER)
 #else
