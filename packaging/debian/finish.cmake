@@ -4,15 +4,13 @@
 string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(changelog "velum (${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}) unstable; urgency=medium
 
-  * Version ${CPACK_PACKAGE_VERSION}; CHANGELOG.md in libvelum-dev says what it has.
+  * Version ${CPACK_PACKAGE_VERSION}; changelog.gz in libvelum-dev says what it has.
 
  -- ${CPACK_PACKAGE_CONTACT}  ${now}
 ")
 
 function(compress)
-  if(ARGN)
-    execute_process(COMMAND gzip -9n ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
-  endif()
+  execute_process(COMMAND gzip -9n ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
@@ -23,4 +21,8 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   file(WRITE "${doc}/changelog.Debian" "${changelog}")
   file(GLOB manual_pages "${share}/man/man*/*[0-9]")
   compress("${doc}/changelog.Debian" ${manual_pages})
+  if(EXISTS "${doc}/CHANGELOG.md") # by the name that Debian has for it
+    file(RENAME "${doc}/CHANGELOG.md" "${doc}/changelog")
+    compress("${doc}/changelog")
+  endif()
 endforeach()
