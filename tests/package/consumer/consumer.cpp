@@ -1,5 +1,5 @@
-// Exit status 0 if a map with a value of each kind of type survives the way through a stream, and the library is that of
-// the headers.
+// Exit status 0 if a map with a value of each kind of type survives the way through a stream, and the library is that
+// of the headers.
 
 #include <velum/velum.hpp>
 
