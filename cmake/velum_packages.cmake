@@ -42,7 +42,7 @@ set(CPACK_DEBIAN_VELUM_RUNTIME_PACKAGE_CONTROL_EXTRA "${velum_debian}/triggers")
 
 velum_package(velum_development libvelum-dev libdevel
   "Counted objects and typed value maps: development files"
-  "This package has the headers, the files for CMake and pkg-config, the manual\nand the examples.")
+  "This package has the headers, the files for CMake and pkg-config, printers for\ngdb, the manual and the examples.")
 set(CPACK_COMPONENT_VELUM_DEVELOPMENT_DEPENDS velum_runtime)
 set(CPACK_DEBIAN_VELUM_DEVELOPMENT_PACKAGE_DEPENDS "libboost-dev (>= 1.74)")
 

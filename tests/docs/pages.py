@@ -189,7 +189,7 @@ def files(root):
     for path in sorted(root.iterdir()):
         if path.is_file():
             yield path
-        elif not path.name.startswith(("build", ".git")):
+        elif not path.name.startswith(("build", ".")):
             yield from (file for file in sorted(path.rglob("*")) if file.is_file())
 
 
