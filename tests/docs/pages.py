@@ -194,9 +194,9 @@ def files(root):
 
 
 def version(root):
-    stated, changes = root / "CMakeLists.txt", root / "CHANGELOG.md"
-    number = re.search(r"^project\(velum VERSION ([\d.]+)", stated.read_text(), re.MULTILINE)[1]
-    abi = re.search(r"^set\(velum_abi (\d+)\)", stated.read_text(), re.MULTILINE)[1]
+    stated, changes = root / "velum/version.hpp", root / "CHANGELOG.md"
+    *number, abi = re.findall(r"^#define VELUM_(?:VERSION_[MP]\w+|ABI) (\d+)", stated.read_text(), re.MULTILINE)
+    number = ".".join(number)
     newest = re.search(r"^## (.*)\n\n.*ABI (\d+)\.$", changes.read_text(), re.MULTILINE)
     wrong = [] if newest.groups() == (number, abi) else [f"{changes}: the newest isn't {number} with ABI {abi}"]
     repeated = re.compile(rf"(?<![\w.]){re.escape(number)}(?!\.?\d)")

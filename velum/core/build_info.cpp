@@ -5,9 +5,6 @@
 
 #include <cstddef>  // the standard library's own macros
 
-#define VELUM_TEXT_OF(number) #number
-#define VELUM_TEXT(macro) VELUM_TEXT_OF(macro)
-
 #if defined(__clang__)
 #    define VELUM_COMPILER "clang " VELUM_TEXT(__clang_major__.__clang_minor__.__clang_patchlevel__)
 #elif defined(__GNUC__)
