@@ -2,7 +2,7 @@
 """What the manual says, held against what is there.
 
   pages.py programs OUT PAGE...        makes programs of the C++ in the pages and prints their names
-  pages.py run PROGRAM EXPECTED        runs a program, which must print what its page says
+  pages.py run EXPECTED PROGRAM...     runs a program, which must print what its page says
   pages.py links ROOT                  every link, anchor and path in the pages leads somewhere
   pages.py texts ROOT                  docs/errors.md has the texts that the library throws, and no others
   pages.py version ROOT                CMakeLists.txt alone states the version, CHANGELOG.md has it, and pages are up to date
@@ -125,12 +125,12 @@ def programs(out, pages):
     print(";".join(names), end="")
 
 
-def run(program, expected):
-    done = subprocess.run([program], stdout=subprocess.PIPE, text=True)
-    said = expected.read_text()
+def run(expected, *program):
+    done = subprocess.run(program, stdout=subprocess.PIPE, text=True)
+    said = Path(expected).read_text()
     sys.stdout.writelines(difflib.unified_diff(said.splitlines(True), done.stdout.splitlines(True), "the page", "the program"))
     if done.returncode != 0 or done.stdout != said:
-        sys.exit(f"{program} ended with {done.returncode}")
+        sys.exit(f"{program[-1]} ended with {done.returncode}")
 
 
 def anchors(page):
@@ -214,8 +214,10 @@ def main(command, *arguments):
     paths = [Path(argument).absolute() for argument in arguments]
     if command == "programs":
         programs(paths[0], paths[1:])
+    elif command == "run":
+        run(*arguments)
     else:
-        {"run": run, "links": links, "texts": texts, "version": version}[command](*paths)
+        {"links": links, "texts": texts, "version": version}[command](*paths)
 
 
 main(*sys.argv[1:])

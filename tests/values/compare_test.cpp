@@ -159,7 +159,7 @@ TEST(any_compare, takes_the_time_of_the_data_and_ends_before_the_stack_does) {
     expect_equal(nested(64), nested(64));
     boost::any const one = nested(3000), other = nested(3000);
     expect_equal(one, other);
-    support::on_stack(std::size_t{64} << 10U, [&] {
+    support::on_stack(std::size_t{128} << 10U, [&] {
         EXPECT_EQ(support::failure_of([&] { any_compare(one, other); }), "std::runtime_error: nesting too deep");
     });
 }
