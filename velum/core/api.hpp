@@ -1,7 +1,11 @@
 #pragma once
 
-#if __cplusplus < 202002L && (!defined(_MSVC_LANG) || _MSVC_LANG < 202002L)
+#if !defined(__GNUC__)
+#    error "velum needs gcc or clang; on Windows those of MinGW-w64"
+#elif __cplusplus < 202002L
 #    error "velum needs C++20"
+#elif __SIZEOF_POINTER__ != 8 || __BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__
+#    error "velum needs a 64-bit little-endian target: stored documents and identifiers rest on it"
 #endif
 
 /// Marks what the library exports; everything else is hidden.
