@@ -1,7 +1,7 @@
 // velum_replay TARGET PATH...: runs a target over files, and over all files in folders. It names each before, so the
 // last is the one that a failure is about.
 
-#include "support/sanitized.hpp"
+#include "support/memory_limit.hpp"
 #include "targets.hpp"
 
 #include <filesystem>
@@ -9,8 +9,6 @@
 #include <iostream>
 #include <iterator>
 #include <string>
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -42,10 +40,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: velum_replay TARGET PATH...\n";
         return 2;
     }
-    // What promises too much must be refused on any machine; the sanitizers see to it themselves.
-    if (rlimit const enough{rlim_t{4} << 30U, rlim_t{4} << 30U}; !support::sanitized) {
-        setrlimit(RLIMIT_AS, &enough);
-    }
+    support::memory_limit const enough(4096 * support::mebibyte);  // what promises too much is refused on any machine
     int files = 0;
     for (int i = 2; i < argc; ++i) {
         files += run_all(*target, argv[i]);

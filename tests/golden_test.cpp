@@ -29,7 +29,7 @@ TEST(golden, the_writer_makes_the_committed_files) {
             << file.name;
     }
     for (auto const& entry : fs::directory_iterator(VELUM_GOLDEN)) {
-        committed.insert(entry.path().filename());
+        committed.insert(entry.path().filename().string());
     }
     EXPECT_EQ(names, committed);
 }

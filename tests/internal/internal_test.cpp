@@ -191,7 +191,7 @@ TEST(blocks, pass_as_write_and_read_let_them_pass) {
     }
 }
 
-#if defined(__GLIBCXX__)
+#if defined(__GLIBCXX__) && defined(__GLIBC__)
 /// Ends the thread that uses it.
 class last_buffer : public std::streambuf {
     std::streamsize xsputn(char const*, std::streamsize) override { return end(); }

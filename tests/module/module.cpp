@@ -5,10 +5,12 @@
 #include "support/panel.hpp"
 #include "support/samples.hpp"
 
+#include <boost/config.hpp>
+
 template <int>
 struct of_a_module {};
 
-extern "C" [[gnu::visibility("default")]] void visit(meeting& with) {
+extern "C" BOOST_SYMBOL_EXPORT void visit(meeting& with) {
     with.module_caught = library_exceptions::all_caught(with.host_throws);
     with.module_throws = &library_exceptions::throw_one;
     for (support::sample const& each : support::samples()) {

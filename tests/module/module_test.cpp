@@ -1,5 +1,6 @@
 #include "module/module.hpp"
 
+#include "library.hpp"
 #include "support/counting_object.hpp"
 #include "support/heap.hpp"
 #include "support/node.hpp"
@@ -11,45 +12,37 @@
 #include <sstream>
 #include <tuple>
 
-#include <dlfcn.h>
-
 namespace {
 
 using namespace support;
 
+using names = plugin::library::names;
+
 /// A module, loaded for as long as this lives.
-class module {
+class module : plugin::library {
 public:
-    explicit module(char const* path, int mode = RTLD_LOCAL) : handle_(dlopen(path, RTLD_NOW | mode)) {
-        handle_ != nullptr ? void() : throw std::runtime_error(dlerror());
-    }
-    module(module const&) = delete;
-    module& operator=(module const&) = delete;
-    ~module() { dlclose(handle_); }
+    using library::library;
 
     meeting meet() const {
         meeting with;
         with.factory = new_factory();
-        reinterpret_cast<visit_t*>(dlsym(handle_, "visit"))(with);
+        reinterpret_cast<visit_t*>(find("visit"))(with);
         return with;
     }
-
-private:
-    void* handle_;
 };
 
 char const* const paths[] = {VELUM_TEST_MODULE_HIDDEN, VELUM_TEST_MODULE_VISIBLE};
 
-class modules : public testing::TestWithParam<std::tuple<char const*, int>> {
+class modules : public testing::TestWithParam<std::tuple<char const*, names>> {
 protected:
     module const loaded_{std::get<0>(GetParam()), std::get<1>(GetParam())};
 };
-std::string way_name(testing::TestParamInfo<std::tuple<char const*, int>> const& info) {
+std::string way_name(testing::TestParamInfo<std::tuple<char const*, names>> const& info) {
     auto const [path, mode] = info.param;
-    return std::string(path == paths[0] ? "hidden" : "visible") + (mode == RTLD_LOCAL ? "_local" : "_global");
+    return std::string(path == paths[0] ? "hidden" : "visible") + (mode == names::own ? "_local" : "_global");
 }
 INSTANTIATE_TEST_SUITE_P(loaded, modules,
-                         testing::Combine(testing::ValuesIn(paths), testing::Values(RTLD_LOCAL, RTLD_GLOBAL)),
+                         testing::Combine(testing::ValuesIn(paths), testing::Values(names::own, names::of_all)),
                          way_name);
 
 TEST_P(modules, have_the_same_texts_types_and_exceptions) {
@@ -96,7 +89,7 @@ TEST(module, comes_and_goes_a_thousand_times) {
             ASSERT_EQ(with.own_type.string(), i % 2 == 0 ? "of_a_module<0>" : "of_a_module<1>");
             ASSERT_EQ(with.factory->registered_classes().count(node::id), 1U);
         }
-        ASSERT_EQ(dlopen(path, RTLD_NOW | RTLD_NOLOAD), nullptr) << "it stays";
+        ASSERT_FALSE(plugin::library::is_loaded(path)) << "it stays";
         i == 10 ? void(heap.emplace()) : void();
     }
     EXPECT_LE(heap->change(), 0);

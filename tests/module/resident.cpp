@@ -6,13 +6,23 @@
 #include "support/node.hpp"
 #include "support/samples.hpp"
 
+#include <boost/config.hpp>
+#include <boost/preprocessor/stringize.hpp>
+
 #include <cstdlib>
 #include <optional>
 #include <sstream>
 
+/// A name by which a program is linked with this library, on systems where it isn't without.
+extern "C" BOOST_SYMBOL_EXPORT char const* RESIDENT() {
+    return BOOST_PP_STRINGIZE(RESIDENT);
+}
+
 namespace {
 
 using namespace support;
+
+std::string const own_name = std::string("a name of ") + RESIDENT();
 
 void require(bool holds) {
     if (!holds) {
@@ -23,11 +33,11 @@ void require(bool holds) {
 /// A bit of everything that has a table or a static object behind it.
 class use_of_the_library {
 public:
-    use_of_the_library() : name_("a name of " RESIDENT), factory_(node_factory()) {
+    use_of_the_library() : name_(own_name), factory_(node_factory()) {
         std::stringstream stream;
         velum::uany_map values;
         for (sample const& row : samples()) {
-            values[RESIDENT + std::to_string(values.size())] = row.value;
+            values[own_name + std::to_string(values.size())] = row.value;
         }
         writer_on(stream)->write_object(stored_form(velum::uany_map_obj_t::create(values)));
         reader_on(stream, factory_)->read_object(read_);
@@ -40,7 +50,7 @@ public:
     }
 
     ~use_of_the_library() {
-        require(name_ == velum::ustring("a name of " RESIDENT) && references(read_) == 1);
+        require(name_ == velum::ustring(own_name) && references(read_) == 1);
         require(!map().empty() && !velum::any_compare(map().begin()->second, map().begin()->second));
     }
 

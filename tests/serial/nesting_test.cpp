@@ -15,8 +15,6 @@
 #include <utility>
 #include <vector>
 
-#include <ucontext.h>
-
 namespace {
 
 using namespace support;
@@ -154,21 +152,6 @@ TEST(nesting_of_objects, ends_before_the_stack_does) {
     });
 }
 
-/// Runs `work` on a stack that isn't the thread's own, as fibers do.
-void on_foreign_stack(std::size_t size, std::function<void()> const& work) {
-    static std::function<void()> const* what;
-    what = &work;
-    std::vector<char> stack(size);
-    ucontext_t here{}, there{};
-    getcontext(&there);
-    there.uc_stack.ss_sp = stack.data();
-    there.uc_stack.ss_size = stack.size();
-    there.uc_link = &here;
-    makecontext(
-        &there, [] { (*what)(); }, 0);
-    swapcontext(&here, &there);
-}
-
 // Nobody tells where such a stack ends, so little of it is used.
 TEST(nesting_of_objects, ends_early_on_the_stack_of_a_fiber) {
     if (sanitized) {
@@ -214,13 +197,8 @@ TEST(nesting_of_objects, those_that_die_within_one_another_leave_an_eighth_of_th
             velum::iptr<heavy> const around(new heavy);
             around->held = std::exchange(chain, object_ptr(around.get()));
         }
-        pthread_attr_t attributes;
-        void* end = nullptr;
-        std::size_t size = 0;
-        pthread_getattr_np(pthread_self(), &attributes);
-        pthread_attr_getstack(&attributes, &end, &size);
-        pthread_attr_destroy(&attributes);
-        auto const left = [end](std::uintptr_t place) { return place - reinterpret_cast<std::uintptr_t>(end); };
+        std::uintptr_t const end = end_of_own_stack();
+        auto const left = [end](std::uintptr_t place) { return place - end; };
         auto const start = heavy::lowest = reinterpret_cast<std::uintptr_t>(&chain);
         chain = nullptr;
         EXPECT_NEAR(static_cast<double>(left(heavy::lowest)), static_cast<double>(left(start) / 8), 6000);
@@ -251,7 +229,7 @@ TEST(nesting_of_objects, another_stack_has_a_destruction_of_its_own) {
 /// Drops what it holds when most of the stack is in use and no memory is left.
 struct hungry : velum::flat_t<hungry, velum::i_unknown_t> {
     ~hungry() override {
-        char frame[std::size_t{240} * 1024];
+        char frame[std::size_t{228} * 1024];
         asm volatile("" : : "r"(frame) : "memory");  // the optimiser must leave it on the stack
         heap_failure const failure(0, true);
         held = nullptr;

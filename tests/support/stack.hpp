@@ -1,23 +1,19 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <pthread.h>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 
 namespace support {
 
 /// Runs `work` on a thread with a stack of `size` bytes, to its end.
-template <class Work>
-void on_stack(std::size_t size, Work work) {
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    EXPECT_EQ(pthread_attr_setstacksize(&attributes, size), 0);
-    auto const run = [](void* argument) -> void* { return (*static_cast<Work*>(argument))(), nullptr; };
-    pthread_t thread{};
-    ASSERT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
-    pthread_attr_destroy(&attributes);
-    pthread_join(thread, nullptr);
-}
+void on_stack(std::size_t size, std::function<void()> const& work);
+
+/// The lowest place that the stack of the calling thread may reach.
+std::uintptr_t end_of_own_stack();
+
+/// Runs `work` on a stack that isn't the thread's own, as fibers do.
+void on_foreign_stack(std::size_t size, std::function<void()> const& work);
 
 /// The largest depth for which `works`, to one part in a hundred.
 template <class Works>

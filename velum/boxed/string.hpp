@@ -52,7 +52,7 @@ public:
 private:
     friend object_access;
 
-    class basic_string_imp_t : public nested_t<std::string, i_string_t, i_serializable_t> {
+    class VELUM_API basic_string_imp_t : public nested_t<std::string, i_string_t, i_serializable_t> {
     public:
         using nested_t::nested_t;
 

@@ -50,7 +50,7 @@ private:
     // Ordered, so that no choice of keys makes it slow and equal maps are stored alike by every build.
     using object_map = std::map<std::string, iptr<i_unknown_t>>;
 
-    class basic_unknown_map_imp_t : public nested_t<object_map, i_unknown_map_t, i_serializable_t> {
+    class VELUM_API basic_unknown_map_imp_t : public nested_t<object_map, i_unknown_map_t, i_serializable_t> {
     public:
         using nested_t::nested_t;
 

@@ -9,14 +9,19 @@
 #endif
 
 /// Marks what the library exports; everything else is hidden.
-#if defined(_WIN32)
-#    if defined(VELUM_BUILDING_LIBRARY)
-#        define VELUM_API __declspec(dllexport)
-#    else
-#        define VELUM_API __declspec(dllimport)
-#    endif
-#else
+#if !defined(_WIN32)
 #    define VELUM_API __attribute__((visibility("default")))
+#elif defined(VELUM_BUILDING_LIBRARY)
+#    define VELUM_API __declspec(dllexport)
+#else
+#    define VELUM_API __declspec(dllimport)
+#endif
+
+/// The same for an inline function: nobody imports what is compiled in.
+#if defined(_WIN32) && !defined(VELUM_BUILDING_LIBRARY)
+#    define VELUM_API_INLINE
+#else
+#    define VELUM_API_INLINE VELUM_API
 #endif
 
 /// Marks a type that values may have, so that all modules share one `type_info` of it, where they can.

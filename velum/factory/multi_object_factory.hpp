@@ -54,7 +54,7 @@ private:
         std::set<guid_t> registered_ids;
     };
 
-    class multi_object_factory_imp_t : public nested_t<state, i_object_factory_t> {
+    class VELUM_API multi_object_factory_imp_t : public nested_t<state, i_object_factory_t> {
     public:
         multi_object_factory_imp_t(i_unknown_t* outer, std::set<iptr<i_object_factory_t>> const& factories);
 

@@ -55,7 +55,7 @@ private:
         }
     };
 
-    class basic_object_factory_imp_t : public nested_t<registry, i_object_factory_t> {
+    class VELUM_API basic_object_factory_imp_t : public nested_t<registry, i_object_factory_t> {
     public:
         explicit basic_object_factory_imp_t(i_unknown_t* outer);
 

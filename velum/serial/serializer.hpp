@@ -136,7 +136,7 @@ private:
         }
     };
 
-    class basic_serializer_imp_t : public nested_t<state, i_serializer_t> {
+    class VELUM_API basic_serializer_imp_t : public nested_t<state, i_serializer_t> {
     public:
         using nested_t::nested_t;
 

@@ -79,7 +79,7 @@ public:
 private:
     friend object_access;
 
-    class basic_istream_imp_t : public nested_t<boost::shared_ptr<std::basic_istream<char>>, i_istream_t> {
+    class VELUM_API basic_istream_imp_t : public nested_t<boost::shared_ptr<std::basic_istream<char>>, i_istream_t> {
     public:
         using nested_t::nested_t;
 
@@ -110,7 +110,7 @@ public:
 private:
     friend object_access;
 
-    class basic_ostream_imp_t : public nested_t<boost::shared_ptr<std::basic_ostream<char>>, i_ostream_t> {
+    class VELUM_API basic_ostream_imp_t : public nested_t<boost::shared_ptr<std::basic_ostream<char>>, i_ostream_t> {
     public:
         using nested_t::nested_t;
 
