@@ -26,7 +26,7 @@ SOURCES = {"velum/wire/detail": "reader writer sources sinks blocks arrivals fil
            "velum/serial": "serializer object_tables",
            "velum/core": "counted aggregatable iptr destruction atomic_count", "velum/values": "compare",
            "velum/values/detail": "type_tag"}
-COPIED = ["CMakeLists.txt", "cmake", "velum", "tools", "tests", "fuzz", "examples/plugin"]
+COPIED = ["CMakeLists.txt", "cmake", "velum", "tests", "fuzz", "examples/plugin"]
 SLOW = "*nesting*:*large*:*hostile*"  # as in --gtest_filter; they run last, each on its own
 MEMORY = 6 << 30  # bytes of address space for a test program; the suite gets by with 2 GiB
 SETTINGS = ["-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_FLAGS=-O1 -D_GLIBCXX_ASSERTIONS", "-DVELUM_INSTALL=OFF",
