@@ -30,9 +30,14 @@ string(REGEX REPLACE "/$" "" velum_pc_to_prefix "${velum_pc_to_prefix}")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/velum.pc.in" "${PROJECT_BINARY_DIR}/velum.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/velum.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
+# Within another project the folder of that name is the other project's.
+set(velum_doc_dir "${CMAKE_INSTALL_DOCDIR}")
+if(NOT PROJECT_IS_TOP_LEVEL)
+  set(velum_doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/velum")
+endif()
 foreach(page IN ITEMS README SECURITY CHANGELOG CONTRIBUTING)
-  install(FILES "${PROJECT_SOURCE_DIR}/${page}.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+  install(FILES "${PROJECT_SOURCE_DIR}/${page}.md" DESTINATION "${velum_doc_dir}")
 endforeach()
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${velum_doc_dir}"
         FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.ksy")
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${velum_doc_dir}")

@@ -6,8 +6,7 @@ import gdb
 import gdb.printing
 
 from velum_gdb import maths, names, objects, texts, values
-from velum_gdb.memory import Broken
-from velum_gdb.printer import Printer, complaint
+from velum_gdb.printer import PROBLEMS, Printer, complaint
 
 PRINTERS = [(re.compile(pattern), describe) for pattern, describe in (
     (r"velum::iptr<.*", objects.iptr),
@@ -33,7 +32,7 @@ def printer_for(value):
         if pattern.fullmatch(name):
             try:
                 return describe(value)
-            except (gdb.error, Broken) as why:
+            except PROBLEMS as why:
                 return Printer(complaint(why))
     return None
 

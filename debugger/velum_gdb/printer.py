@@ -4,6 +4,9 @@ import gdb
 
 from velum_gdb.memory import Broken
 
+# What may come of memory that isn't what it should be, or is nested deeper than Python goes.
+PROBLEMS = (gdb.error, Broken, RecursionError)
+
 
 class Printer:
     def __init__(self, text, hint=None):
@@ -26,7 +29,7 @@ class Parts(Printer):
     def children(self):
         try:
             yield from self.parts()
-        except (gdb.error, Broken) as why:
+        except PROBLEMS as why:
             if self.hint == "map":
                 yield "key", "broken"
             yield "broken", complaint(why)

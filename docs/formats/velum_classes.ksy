@@ -11,7 +11,7 @@ doc: |
   The place for your own classes: put a file of the same name in its stead. This one knows none, and refuses the first
   object of a class that isn't velum's.
 
-  Yours has the same `params`, and one case for each class: its identifier, byte by byte as it is written, and a type with
+  Yours has the same `meta`, `params` and type `unknown`, and one case for each class: its identifier, byte by byte as it is written, and a type with
   what `serialize_obj` and then `serialize` write. A class {9C2E3F61-7A54-4B0D-8E11-52B7A0C4D6F3} that writes a text, an
   object and a map:
 
@@ -33,7 +33,8 @@ doc: |
               type: velum_values
 
   `write_string` writes a `velum_basics::text`, `write_object` a `velum_object`, `velum::write` a `velum_values`, and
-  `write` plain bytes.
+  `write` plain bytes. Objects up to a null are a `velum_object` with `repeat: until` and
+  `repeat-until: _.kind == velum_object::kind::nothing`.
 doc-ref: ../format.md#objects
 params:
   - id: class_id

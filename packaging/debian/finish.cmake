@@ -21,8 +21,8 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   file(WRITE "${doc}/changelog.Debian" "${changelog}")
   file(GLOB manual_pages "${share}/man/man*/*[0-9]")
   compress("${doc}/changelog.Debian" ${manual_pages})
-  if(EXISTS "${doc}/CHANGELOG.md") # by the name that Debian has for it
-    file(RENAME "${doc}/CHANGELOG.md" "${doc}/changelog")
+  if(EXISTS "${doc}/CHANGELOG.md") # by the name that Debian has for it; the pages lead to the other
+    configure_file("${doc}/CHANGELOG.md" "${doc}/changelog" COPYONLY)
     compress("${doc}/changelog")
   endif()
 endforeach()

@@ -50,6 +50,13 @@ def transcript(program, prefix, commands):
     return re.sub(r"(?<!nan\()0x[0-9a-f]+", "0x...", re.sub(r"\n+", "\n", said[said.find("\n> ") + 1:]))
 
 
+def started_by_script(program, prefix):
+    with tempfile.NamedTemporaryFile("w", suffix=".py") as script:
+        script.write("import gdb\nfor command in 'break here_gdb_looks', 'run', 'up', 'info locals': gdb.execute(command)\n")
+        script.flush()
+        return gdb("-iex", f"set auto-load safe-path {prefix}", "-x", script.name, program)
+
+
 def main(expected, prefix, script, tests, compiler, *options):
     skip_without_gdb()
     wanted = Path(expected).read_text()
@@ -58,8 +65,12 @@ def main(expected, prefix, script, tests, compiler, *options):
         program = Path(folder) / "program"
         build(program, Path(prefix), tests, compiler, options)
         said = transcript(program, prefix, commands)
+        by_script = started_by_script(program, prefix)
     difference = list(difflib.unified_diff(wanted.splitlines(True), said.splitlines(True), "expected", "gdb"))
     sys.stdout.writelines(difference)
+    if "ModuleNotFoundError" in by_script or "velum::" not in by_script:
+        difference.append(by_script)
+        print(f"no printers in a program that a script started: {by_script}")
     in_folder = gdb("-ex", f"source {script}", "-ex", "info pretty-printer global velum")
     if "\n  velum\n" not in in_folder:
         difference.append(in_folder)

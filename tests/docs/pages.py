@@ -5,7 +5,7 @@
   pages.py run EXPECTED PROGRAM...     runs a program, which must print what its page says
   pages.py links ROOT                  every link, anchor and path in the pages leads somewhere
   pages.py texts ROOT                  docs/errors.md has the texts that the library throws, and no others
-  pages.py version ROOT                CMakeLists.txt alone states the version, CHANGELOG.md has it, and pages are up to date
+  pages.py version ROOT                velum/version.hpp alone states the version, CHANGELOG.md has it, and pages are up to date
 
 A block of C++ with a `main` is a program. All others of a page make one together: they are statements, whose variables
 last to the next heading, or, behind `<!-- cpp: outside -->`, declarations that last to the end of the page. A comment

@@ -5,6 +5,7 @@
 
 #include <compare>
 #include <concepts>
+#include <cstddef>
 
 namespace math {
 
@@ -40,7 +41,7 @@ public:
     /// @}
 
 private:
-    V vectors_[N] = {};
+    V vectors_[static_cast<std::size_t>(N)] = {};
 };
 
 }  // namespace math

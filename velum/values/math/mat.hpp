@@ -39,7 +39,7 @@ public:
     /// @}
 
 private:
-    T elements_[R * C] = {};
+    T elements_[static_cast<std::size_t>(R) * static_cast<std::size_t>(C)] = {};
 };
 
 }  // namespace tessa

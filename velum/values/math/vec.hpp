@@ -5,6 +5,7 @@
 
 #include <compare>
 #include <concepts>
+#include <cstddef>
 
 namespace math {
 
@@ -49,7 +50,7 @@ public:
 private:
     static constexpr int lane_count = N > 2 ? 4 : N;
 
-    T lanes_[lane_count] = {};
+    T lanes_[static_cast<std::size_t>(lane_count)] = {};
 };
 
 }  // namespace math
