@@ -4,27 +4,28 @@
 #include <gtest/gtest.h>
 #include <boost/version.hpp>
 
-#include <regex>
+#include <algorithm>
 #include <string>
 
 namespace {
 
+#if defined(__clang__)
+std::string const compiler = "compiler: clang " + std::to_string(__clang_major__) + '.';
+#else
+std::string const compiler = "compiler: gcc " + std::to_string(__GNUC__) + '.';
+#endif
+
 // The library and its tests are built alike, so that its macros that didn't expand would show.
 TEST(build_info, has_a_fact_in_each_line) {
-#if defined(__clang__)
-    std::string const compiler = "clang " + std::to_string(__clang_major__);
-#else
-    std::string const compiler = "gcc " + std::to_string(__GNUC__);
-#endif
     std::string const text = velum::build_info();
-    std::regex const lines("velum " VELUM_VERSION R"( \(ABI )" + std::to_string(VELUM_ABI) + R"(\)
-compiler: )" + compiler + R"(\.[\d.]+
-standard library: lib(std)?c\+\+ \d+
-Boost: )" BOOST_LIB_VERSION R"(
-interning: for (several threads|one thread)
-assertions of the standard library: o(n|ff)
-)");
-    EXPECT_TRUE(std::regex_match(text, lines)) << text;
+    std::string const first = "velum " VELUM_VERSION " (ABI " + std::to_string(VELUM_ABI) + ")\n";
+    EXPECT_EQ(text.substr(0, first.size() + compiler.size()), first + compiler);
+    for (char const* const fact : {"\nstandard library: lib", "\nBoost: " BOOST_LIB_VERSION "\ninterning: for ",
+                                   " thread", "\nassertions of the standard library: o"}) {
+        EXPECT_NE(text.find(fact), text.npos) << text;
+    }
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 6) << text;
+    EXPECT_EQ(text.find("__"), text.npos) << text;
 }
 
 }  // namespace
