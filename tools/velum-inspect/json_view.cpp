@@ -12,17 +12,15 @@ std::string member(char const* name, std::string const& value) {
 }
 
 std::string number_as_json(stored_number const& value) {
-    bool const is_finite = std::visit([](auto held) { return std::isfinite(static_cast<double>(held)); }, value);
-    if (is_finite) {
+    double const held = std::visit([](auto each) { return static_cast<double>(each); }, value);
+    if (std::isfinite(held)) {
         return as_text(value);
     }
-    double const held = std::visit([](auto each) { return static_cast<double>(each); }, value);
     return std::isnan(held) ? "\"NaN\"" : held < 0 ? "\"-Infinity\"" : "\"Infinity\"";
 }
 
-/// The size stands there where it says more than the bytes: where these aren't all.
-std::string size_of(std::uint64_t size, bool is_whole) {
-    return is_whole ? "" : ',' + member("size", std::to_string(size)) + ',' + member("shortened", "true");
+std::string shortened_unless(bool is_whole) {
+    return is_whole ? "" : ',' + member("shortened", "true");
 }
 
 struct members_of {
@@ -33,12 +31,13 @@ struct members_of {
         std::string_view const shown = is_whole ? std::string_view(text.first) : whole_characters(text.first);
         std::string const bytes =
             is_utf8(shown) ? member("value", json_string(shown)) : member("hex", json_string(as_hex(shown)));
-        return bytes + size_of(text.size, is_whole);
+        std::string const size = is_whole ? "" : ',' + member("size", std::to_string(text.size));
+        return bytes + size + shortened_unless(is_whole);
     }
     std::string operator()(bytes_content const& bytes) const {
         bool const is_whole = bytes.first.size() == bytes.size;
         return member("size", std::to_string(bytes.size)) + ',' + member("hex", json_string(as_hex(bytes.first))) +
-               (is_whole ? "" : ',' + member("shortened", "true"));
+               shortened_unless(is_whole);
     }
     std::string operator()(std::vector<stored_number> const& numbers) const {
         if (numbers.size() == 1) {

@@ -144,14 +144,13 @@ types_by_tag catalogue() {
 }
 
 std::vector<stored_type> words() {
-    std::vector<stored_type> const numbers{
+    std::vector<stored_type> all{
         {"u8", 0, form::numbers, number_kind::u8, 1},   {"u16", 0, form::numbers, number_kind::u16, 1},
         {"u32", 0, form::numbers, number_kind::u32, 1}, {"u64", 0, form::numbers, number_kind::u64, 1},
         {"i8", 0, form::numbers, number_kind::i8, 1},   {"i16", 0, form::numbers, number_kind::i16, 1},
         {"i32", 0, form::numbers, number_kind::i32, 1}, {"i64", 0, form::numbers, number_kind::i64, 1},
         {"f32", 0, form::numbers, number_kind::f32, 1}, {"f64", 0, form::numbers, number_kind::f64, 1},
     };
-    std::vector<stored_type> all = numbers;
     for (auto const& [word, shape] :
          {std::pair("guid", form::identifier), std::pair("text", form::text), std::pair("map", form::map),
           std::pair("object_map", form::object_map), std::pair("object", form::object),
